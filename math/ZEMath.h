@@ -1,0 +1,20 @@
+#pragma once
+
+/// \file
+/// Umbrella header: every public header of the math library and of the core
+/// it is built on.
+
+#include "core/zeResult.h"
+#include "math/zeMathEnums.h"
+#include "math/zeMathThreshold.h"
+#include "math/zeMatrix44d.h"
+#include "math/zeMatrix44f.h"
+#include "math/zeMultiplyAligned.h"
+#include "math/zeVec2d.h"
+#include "math/zeVec2f.h"
+#include "math/zeVec3d.h"
+#include "math/zeVec3f.h"
+#include "math/zeVec3uc.h"
+#include "math/zeVec4d.h"
+#include "math/zeVec4f.h"
+#include "math/zeVec4uc.h"

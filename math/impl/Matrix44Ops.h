@@ -1,0 +1,141 @@
+#pragma once
+
+/// \file
+/// Layout and arithmetic shared by the float and double 4x4 matrices. The
+/// concrete matrix holds its sixteen elements row by row (row r, column c at
+/// 4r + c) and derives from this mixin, naming itself as M and its vectors as
+/// V3 and V4 (CRTP). Vectors are row vectors multiplied on the left, so in a
+/// product A·B the transform A applies first.
+
+#include <cmath>
+
+#include "math/zeMathThreshold.h"
+
+namespace Lux {
+namespace Math {
+namespace impl {
+
+/// Writes a·b into r, each element summed left to right over k = 0..3.
+/// r must be neither a nor b.
+template <class T>
+inline void productInto(T* r, const T* a, const T* b) noexcept {
+  for (int c = 0; c < 4; ++c) {
+    for (int row = 0; row < 4; ++row) {
+      const T* ar = a + 4 * row;
+      r[4 * row + c] = ar[0] * b[c] + ar[1] * b[4 + c] + ar[2] * b[8 + c] + ar[3] * b[12 + c];
+    }
+  }
+}
+
+template <class M, class T, class V3, class V4>
+class Matrix44Ops {
+ public:
+  using Scalar = T;
+
+  /// The sixteen elements, row by row.
+  T* data() noexcept { return reinterpret_cast<T*>(static_cast<M*>(this)); }
+  /// The sixteen elements, row by row.
+  const T* data() const noexcept { return reinterpret_cast<const T*>(static_cast<const M*>(this)); }
+  /// Element i in storage order (row i / 4, column i % 4).
+  T& operator[](int i) noexcept { return data()[i]; }
+  /// Element i in storage order (row i / 4, column i % 4).
+  const T& operator[](int i) const noexcept { return data()[i]; }
+  /// Element at row r, column c.
+  T& operator()(int r, int c) noexcept { return data()[4 * r + c]; }
+  /// Element at row r, column c.
+  const T& operator()(int r, int c) const noexcept { return data()[4 * r + c]; }
+
+  /// Copies the sixteen elements of src to dst, positions 0 to 15 in order.
+  static void copyMatrix(T* dst, const T* src) noexcept {
+    for (int i = 0; i < 16; ++i) dst[i] = src[i];
+  }
+
+  /// this = the identity.
+  void makeIdentity() noexcept {
+    T* e = data();
+    for (int i = 0; i < 16; ++i) e[i] = (i % 5 == 0) ? T(1) : T(0);
+  }
+
+  /// Transposes this matrix in place, through a temporary.
+  void transpose() noexcept {
+    T t[16];
+    transposeInto(t, data());
+    copyMatrix(data(), t);
+  }
+  /// this[r][c] = m[c][r], written in storage order straight from m. There is
+  /// deliberately no aliasing guard: transpose(*this) scrambles; use transpose().
+  void transpose(const M& m) noexcept { transposeInto(data(), m.data()); }
+
+  /// this = a + b element by element.
+  void add(const M& a, const M& b) noexcept {
+    for (int i = 0; i < 16; ++i) data()[i] = a[i] + b[i];
+  }
+  /// this = a - b element by element.
+  void subtract(const M& a, const M& b) noexcept {
+    for (int i = 0; i < 16; ++i) data()[i] = a[i] - b[i];
+  }
+  /// this = a / b element by element (not a product with an inverse).
+  void divide(const M& a, const M& b) noexcept {
+    for (int i = 0; i < 16; ++i) data()[i] = a[i] / b[i];
+  }
+
+  /// True when every |m[i] - this[i]| < 5e-7 (the single-precision threshold,
+  /// in both classes): absolute, strict, and false for any NaN element.
+  bool operator==(const M& m) const noexcept {
+    for (int i = 0; i < 16; ++i) {
+      const T d = std::fabs(m[i] - (*this)[i]);
+      if (!(d < zeSmallThreshold<T>)) return false;
+    }
+    return true;
+  }
+
+  /// dst[i] = src[i] transformed as a direction by the 3x3 block; src may be dst.
+  void transformVectors(V3* src, V3* dst, unsigned int count) const noexcept {
+    for (unsigned int i = 0; i < count; ++i) dst[i].transformVector(src[i], self());
+  }
+  /// dst[i] = src[i] transformed as a point with the projective divide; src may be dst.
+  void transformPoints(V3* src, V3* dst, unsigned int count) const noexcept {
+    for (unsigned int i = 0; i < count; ++i) dst[i].transformPoint(src[i], self());
+  }
+  /// dst[i] = x, y, z of src[i] by the 3x3 block, w copied; src may be dst.
+  void transformVectors(V4* src, V4* dst, unsigned int count) const noexcept {
+    for (unsigned int i = 0; i < count; ++i) dst[i].transformVector(src[i], self());
+  }
+  /// dst[i] = src[i] times this matrix in full, no divide; src may be dst.
+  void transformPoints(V4* src, V4* dst, unsigned int count) const noexcept {
+    for (unsigned int i = 0; i < count; ++i) dst[i].transformPoint(src[i], self());
+  }
+
+  /// Largest absolute element, visiting in storage order from 0; NaN never wins.
+  T getMaxElement() const noexcept {
+    T largest = T(0);
+    for (int i = 0; i < 16; ++i) {
+      const T magnitude = std::fabs((*this)[i]);
+      if (magnitude > largest) largest = magnitude;
+    }
+    return largest;
+  }
+
+ protected:
+  const M& self() const noexcept { return *static_cast<const M*>(this); }
+
+  /// dst = a·b; when dst is a or b the product goes through a temporary.
+  static void multiplyInto(T* dst, const T* a, const T* b) noexcept {
+    if (dst == a || dst == b) {
+      T t[16];
+      productInto(t, a, b);
+      copyMatrix(dst, t);
+    } else {
+      productInto(dst, a, b);
+    }
+  }
+
+ private:
+  static void transposeInto(T* dst, const T* src) noexcept {
+    for (int i = 0; i < 16; ++i) dst[i] = src[4 * (i % 4) + i / 4];
+  }
+};
+
+}  // namespace impl
+}  // namespace Math
+}  // namespace Lux

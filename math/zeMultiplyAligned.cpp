@@ -1,0 +1,7 @@
+#include "math/zeMultiplyAligned.h"
+
+namespace Lux {
+
+void registerMultiplyAlignedFunction() {}
+
+}  // namespace Lux

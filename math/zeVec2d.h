@@ -1,0 +1,24 @@
+#pragma once
+
+#include "math/ZEMathExport.h"
+#include "math/impl/VecOps.h"
+
+namespace Lux {
+namespace Math {
+
+/// Two-component double-precision vector (x, y): texture coordinates, 2D points.
+class ZEMATH_API zeVec2d : public impl::VecOps<zeVec2d, double, 2> {
+ public:
+  double x, y;
+
+  zeVec2d() = default;
+  /// The vector (x, y).
+  constexpr zeVec2d(double x_, double y_) noexcept : x(x_), y(y_) {}
+
+  static zeVec2d ZeroVector;  ///< (0, 0)
+  static zeVec2d XVector;     ///< (1, 0)
+  static zeVec2d YVector;     ///< (0, 1)
+};
+
+}  // namespace Math
+}  // namespace Lux

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "math/ZEMathExport.h"
+#include "math/impl/VecOps.h"
+
+namespace Lux {
+namespace Math {
+
+/// Two-component single-precision vector (x, y): texture coordinates, 2D points.
+class ZEMATH_API zeVec2f : public impl::VecOps<zeVec2f, float, 2> {
+ public:
+  float x, y;
+
+  zeVec2f() = default;
+  /// The vector (x, y).
+  constexpr zeVec2f(float x_, float y_) noexcept : x(x_), y(y_) {}
+
+  static zeVec2f ZeroVector;  ///< (0, 0)
+  static zeVec2f XVector;     ///< (1, 0)
+  static zeVec2f YVector;     ///< (0, 1)
+};
+
+}  // namespace Math
+}  // namespace Lux

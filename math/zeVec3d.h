@@ -1,0 +1,27 @@
+#pragma once
+
+#include "math/ZEMathExport.h"
+#include "math/impl/VecOps.h"
+#include "math/zeMatrix44d.h"
+
+namespace Lux {
+namespace Math {
+
+/// Three-component double-precision vector (x, y, z).
+class ZEMATH_API zeVec3d : public impl::Vec3Ops<zeVec3d, double, zeMatrix44d> {
+ public:
+  double x, y, z;
+
+  zeVec3d() = default;
+  /// The vector (x, y, z).
+  constexpr zeVec3d(double x_, double y_, double z_) noexcept : x(x_), y(y_), z(z_) {}
+
+  static zeVec3d ZeroVector;  ///< (0, 0, 0)
+  static zeVec3d OneVector;   ///< (1, 1, 1)
+  static zeVec3d XVector;     ///< (1, 0, 0)
+  static zeVec3d YVector;     ///< (0, 1, 0)
+  static zeVec3d ZVector;     ///< (0, 0, 1)
+};
+
+}  // namespace Math
+}  // namespace Lux

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "math/ZEMathExport.h"
+#include "math/impl/VecOps.h"
+#include "math/zeMatrix44f.h"
+
+namespace Lux {
+namespace Math {
+
+/// Three-component single-precision vector (x, y, z): positions, directions, normals.
+class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f> {
+ public:
+  float x, y, z;
+
+  zeVec3f() = default;
+  /// The vector (x, y, z).
+  constexpr zeVec3f(float x_, float y_, float z_) noexcept : x(x_), y(y_), z(z_) {}
+
+  /// Point at parameter t of the cubic Bezier curve with end points p0, p3 and
+  /// inner control points p1, p2 (de Casteljau; the points are not modified).
+  void bezierInterpolate(float t, zeVec3f& p0, zeVec3f& p1, zeVec3f& p2, zeVec3f& p3) noexcept {
+    *this = impl::bezier(t, p0, p1, p2, p3);
+  }
+
+  static zeVec3f ZeroVector;  ///< (0, 0, 0)
+  static zeVec3f OneVector;   ///< (1, 1, 1)
+  static zeVec3f XVector;     ///< (1, 0, 0)
+  static zeVec3f YVector;     ///< (0, 1, 0)
+  static zeVec3f ZVector;     ///< (0, 0, 1)
+};
+
+}  // namespace Math
+}  // namespace Lux

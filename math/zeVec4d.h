@@ -1,0 +1,38 @@
+#pragma once
+
+#include "math/ZEMathExport.h"
+#include "math/impl/VecOps.h"
+#include "math/zeMatrix44d.h"
+
+namespace Lux {
+namespace Math {
+
+/// Four-component double-precision vector (x, y, z, w).
+class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d> {
+ public:
+  double x, y, z, w;
+
+  zeVec4d() = default;
+  /// The vector (x, y, z, w).
+  constexpr zeVec4d(double x_, double y_, double z_, double w_) noexcept : x(x_), y(y_), z(z_), w(w_) {}
+
+  /// Triangle normal direction (c - b) x (a - b), w = 1. Unlike its twins the
+  /// double 4-vector divides by 1 / length on purpose, so the result is the
+  /// direction times its own length, not a unit vector; a degenerate triangle
+  /// gives zeros (0 divided by infinity).
+  void makeNormal(const zeVec4d& a, const zeVec4d& b, const zeVec4d& c) noexcept {
+    const zeVec4d n = normalDirection(a, b, c);
+    const double scale = 1.0 / std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z);
+    set(n.x / scale, n.y / scale, n.z / scale, 1.0);
+  }
+
+  static zeVec4d ZeroVector;  ///< (0, 0, 0, 0)
+  static zeVec4d OneVector;   ///< (1, 1, 1, 1)
+  static zeVec4d XVector;     ///< (1, 0, 0, 0)
+  static zeVec4d YVector;     ///< (0, 1, 0, 0)
+  static zeVec4d ZVector;     ///< (0, 0, 1, 0)
+  static zeVec4d TVector;     ///< (0, 0, 0, 1)
+};
+
+}  // namespace Math
+}  // namespace Lux
