@@ -2,12 +2,11 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/Matrix44Ops.h"
+#include "math/zeVec3d.h"
+#include "math/zeVec4d.h"
 
 namespace Lux {
 namespace Math {
-
-class zeVec3d;
-class zeVec4d;
 
 /// Double-precision 4x4 transform, the twin of zeMatrix44f: same layout and
 /// conventions, with the differences marked below.

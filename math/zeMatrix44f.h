@@ -2,12 +2,11 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/Matrix44Ops.h"
+#include "math/zeVec3f.h"
+#include "math/zeVec4f.h"
 
 namespace Lux {
 namespace Math {
-
-class zeVec3f;
-class zeVec4f;
 
 /// Single-precision 4x4 transform, stored row by row, row vectors on the left:
 /// rows 0-2 are the images of the axes, row 3 the translation (12, 13, 14),

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ColourOps.h"
 #include "math/impl/VecOps.h"
-#include "math/zeMatrix44d.h"
 
 namespace Lux {
 namespace Math {
 
+class zeMatrix44d;
+
 /// Three-component double-precision vector (x, y, z).
-class ZEMATH_API zeVec3d : public impl::Vec3Ops<zeVec3d, double, zeMatrix44d> {
+class ZEMATH_API zeVec3d : public impl::Vec3Ops<zeVec3d, double, zeMatrix44d>,
+                            public impl::Colour3Ops<zeVec3d, double> {
  public:
   double x, y, z;
 

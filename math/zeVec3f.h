@@ -1,14 +1,17 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ColourOps.h"
 #include "math/impl/VecOps.h"
-#include "math/zeMatrix44f.h"
 
 namespace Lux {
 namespace Math {
 
+class zeMatrix44f;
+
 /// Three-component single-precision vector (x, y, z): positions, directions, normals.
-class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f> {
+class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f>,
+                            public impl::Colour3Ops<zeVec3f, float> {
  public:
   float x, y, z;
 

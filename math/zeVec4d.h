@@ -1,14 +1,17 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ColourOps.h"
 #include "math/impl/VecOps.h"
-#include "math/zeMatrix44d.h"
 
 namespace Lux {
 namespace Math {
 
+class zeMatrix44d;
+
 /// Four-component double-precision vector (x, y, z, w).
-class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d> {
+class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d>,
+                            public impl::Colour4Ops<zeVec4d, double> {
  public:
   double x, y, z, w;
 

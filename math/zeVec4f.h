@@ -1,16 +1,19 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ColourOps.h"
 #include "math/impl/VecOps.h"
-#include "math/zeMatrix44f.h"
 #include "math/zeVec3f.h"
 
 namespace Lux {
 namespace Math {
 
+class zeMatrix44f;
+
 /// Four-component single-precision vector (x, y, z, w); w is the homogeneous
 /// coordinate, 1 for a point and 0 for a direction.
-class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f> {
+class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f>,
+                            public impl::Colour4Ops<zeVec4f, float> {
  public:
   float x, y, z, w;
 
@@ -21,11 +24,21 @@ class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f> {
   using Vec4Ops::transformPoint;
   /// this = (v.x, v.y, v.z, 1) times m, all four components kept, no division.
   /// Only the float class has this form.
-  void transformPoint(const zeVec3f& v, const zeMatrix44f& m) noexcept {
-    x = v.x * m[0] + v.y * m[4] + v.z * m[8] + m[12];
-    y = v.x * m[1] + v.y * m[5] + v.z * m[9] + m[13];
-    z = v.x * m[2] + v.y * m[6] + v.z * m[10] + m[14];
-    w = v.x * m[3] + v.y * m[7] + v.z * m[11] + m[15];
+  void transformPoint(const zeVec3f& v, const zeMatrix44f& m) noexcept;
+
+  /// Fills this with the pixel-to-model scale of the model-to-view transform
+  /// `modelView`, the projection `projection` and a width x height viewport:
+  /// a linear form whose value at a model-space point is the number of model
+  /// units per pixel there. A zero viewport gives infinite or NaN components.
+  void makePixelToModelScale(const zeMatrix44f& modelView, const zeMatrix44f& projection, int width,
+                             int height) noexcept;
+  /// modelDiameter / k(p): the size in pixels of a model-space diameter at p.
+  float computePixelSpaceDiameter(const zeVec3f& p, float modelDiameter) const noexcept {
+    return modelDiameter / unitsPerPixel(p);
+  }
+  /// pixelDiameter * k(p): the size in model units of a pixel diameter at p.
+  float computeModelSpaceDiameter(const zeVec3f& p, float pixelDiameter) const noexcept {
+    return pixelDiameter * unitsPerPixel(p);
   }
 
   /// Point at parameter t of the cubic Bezier curve p0..p3, w included
@@ -40,6 +53,10 @@ class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f> {
   static zeVec4f YVector;     ///< (0, 1, 0, 0)
   static zeVec4f ZVector;     ///< (0, 0, 1, 0)
   static zeVec4f TVector;     ///< (0, 0, 0, 1)
+
+ private:
+  /// k(p) = ((x p.x + y p.y) + z p.z) + w, this being a pixel-to-model scale.
+  float unitsPerPixel(const zeVec3f& p) const noexcept { return x * p.x + y * p.y + z * p.z + w; }
 };
 
 }  // namespace Math

@@ -9,10 +9,10 @@
 /// Every operation reads all of its inputs before writing, so `this` may be
 /// one of its own arguments.
 
-#include <climits>
 #include <cmath>
 
 #include "math/zeMathEnums.h"
+#include "math/impl/Truncate.h"
 #include "math/zeMathThreshold.h"
 
 namespace Lux {
@@ -40,19 +40,6 @@ class VecAccess {
   V& self() noexcept { return *static_cast<V*>(this); }
   const V& self() const noexcept { return *static_cast<const V*>(this); }
 };
-
-/// float to int truncated toward zero; NaN and values outside the int range
-/// give INT_MIN, as the processor's truncating conversion does, instead of
-/// undefined behaviour.
-inline int truncateToInt(float v) noexcept {
-  if (!(v > -2147483904.0f && v < 2147483648.0f)) return INT_MIN;
-  return static_cast<int>(v);
-}
-
-/// Low 8 bits of base + step (computed without signed overflow).
-inline unsigned char wrapToByte(unsigned char base, int step) noexcept {
-  return static_cast<unsigned char>(base + static_cast<unsigned int>(step));
-}
 
 /// Quadrant of (x, y): 2 when x < 0, plus 1 when y < 0. Zero, -0 and NaN count as positive.
 template <class T>
