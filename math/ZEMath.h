@@ -10,6 +10,8 @@
 #include "math/zeMatrix44d.h"
 #include "math/zeMatrix44f.h"
 #include "math/zeMultiplyAligned.h"
+#include "math/zeQuaterniond.h"
+#include "math/zeQuaternionf.h"
 #include "math/zeVec2d.h"
 #include "math/zeVec2f.h"
 #include "math/zeVec3d.h"

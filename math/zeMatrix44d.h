@@ -1,16 +1,26 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/Matrix44Construction.h"
+#include "math/impl/Matrix44Decomposition.h"
 #include "math/impl/Matrix44Ops.h"
+#include "math/impl/Matrix44QuaternionOps.h"
 #include "math/zeVec3d.h"
 #include "math/zeVec4d.h"
+#include "math/impl/Matrix44Inversion.h"
 
 namespace Lux {
 namespace Math {
 
+class zeQuaterniond;
+
 /// Double-precision 4x4 transform, the twin of zeMatrix44f: same layout and
 /// conventions, with the differences marked below.
-class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d> {
+class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                                public impl::Matrix44Inversion<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                                public impl::Matrix44Construction<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                                public impl::Matrix44Decomposition<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                                public impl::Matrix44QuaternionOps<zeMatrix44d, double, zeQuaterniond> {
   using Ops = impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d>;
 
  public:
@@ -34,6 +44,12 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
   /// this = m·this: the pre-multiply, m applies before the old transform.
   void multiply(const zeMatrix44d& m) noexcept { multiplyInto(data(), m.data(), data()); }
 
+  /// this = m⁻¹ (adjoint times 1/determinant); m may be this matrix. Returns
+  /// kFailure with this untouched when |determinant| < 5e-7 (the widened
+  /// single-precision threshold). Deliberately stricter than the float twin,
+  /// which inverts anything down to the smallest normal float.
+  int invert(const zeMatrix44d& m) noexcept { return invertAboveThreshold(m, zeSmallThreshold<double>); }
+
   // The double class's four array transforms deliberately carry no const
   // qualifier (the float twin's do); they still leave the matrix unchanged.
   /// dst[i] = src[i] transformed as a direction by the 3x3 block; src may be dst.
@@ -44,6 +60,21 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
   void transformVectors(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept { Ops::transformVectors(src, dst, count); }
   /// dst[i] = src[i] times this matrix in full, no divide; src may be dst.
   void transformPoints(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept { Ops::transformPoints(src, dst, count); }
+
+  /// Splits m into the twelve ZE_MATH_MATRIX_DECOMPOSITION parts (translation,
+  /// Euler angles in radians, scale, shear), all taken from m divided by its
+  /// m33. Returns kSuccess; kFailure for a singular matrix; the plain 0 when
+  /// m33 is 0 (neither writes parts). Unlike the float twin, this matrix is
+  /// neither read nor changed.
+  int decomposeMatrixRadians(zeMatrix44d& m, double* parts) noexcept;
+  /// composeMatrixRadians with the angles in degrees, turned into radians by
+  /// 0.0174532925199433: deliberately this truncated decimal, not the double
+  /// nearest pi/180. parts is not changed.
+  void composeMatrixDegrees(zeMatrix44d& m, double* parts) noexcept {
+    const double k = 0.0174532925199433;
+    compose(m, parts, parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_X] * k,
+            parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Y] * k, parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Z] * k);
+  }
 
   static zeMatrix44d identityMatrix;  ///< the identity
   static zeMatrix44d zeroMatrix;      ///< all sixteen elements 0
