@@ -80,6 +80,20 @@ inline T channelFromByte(unsigned int byte) noexcept {
   return static_cast<T>(byte) / T(255);
 }
 
+/// Writes red, green, blue of word in layout f into v.x, v.y, v.z, each
+/// byte / 255, and returns whether the layout carries alpha (in alphaByte).
+/// Only called for packed layouts.
+template <class T, class V>
+inline bool unpackChannels(V& v, ZE_MATH_COLORSPACE_FORMAT f, unsigned int word, unsigned int& alphaByte) noexcept {
+  bool hasAlpha;
+  const ColourBytes c = unpackBytes(f, word, hasAlpha);
+  v.x = channelFromByte<T>(c.r);
+  v.y = channelFromByte<T>(c.g);
+  v.z = channelFromByte<T>(c.b);
+  alphaByte = c.a;
+  return hasAlpha;
+}
+
 /// In place, (r, g, b) becomes (hue, saturation, value). Only the red-dominant
 /// case gives a conventional hue: when green or blue dominates, the hue is
 /// red times 60 and the saturation or the value is overwritten with the
@@ -174,12 +188,8 @@ class Colour3Ops {
   /// number that is no layout leaves the vector unchanged.
   void unpackColor(ZE_MATH_COLORSPACE_FORMAT f, unsigned int word) noexcept {
     if (!isPackedLayout(f)) return;
-    bool hasAlpha;
-    const ColourBytes c = unpackBytes(f, word, hasAlpha);
-    V& v = self();
-    v.x = channelFromByte<T>(c.r);
-    v.y = channelFromByte<T>(c.g);
-    v.z = channelFromByte<T>(c.b);
+    unsigned int alphaByte;
+    unpackChannels<T>(self(), f, word, alphaByte);
   }
 
   /// Reorders the channels from layout `from` to layout `to` (HSV: hue,
@@ -229,13 +239,9 @@ class Colour4Ops {
   /// As unpackColor(f, word), but the layouts without alpha set w to alpha.
   void unpackColor(ZE_MATH_COLORSPACE_FORMAT f, unsigned int word, T alpha) noexcept {
     if (!isPackedLayout(f)) return;
-    bool hasAlpha;
-    const ColourBytes c = unpackBytes(f, word, hasAlpha);
+    unsigned int alphaByte;
     V& v = self();
-    v.x = channelFromByte<T>(c.r);
-    v.y = channelFromByte<T>(c.g);
-    v.z = channelFromByte<T>(c.b);
-    v.w = hasAlpha ? channelFromByte<T>(c.a) : alpha;
+    v.w = unpackChannels<T>(v, f, word, alphaByte) ? channelFromByte<T>(alphaByte) : alpha;
   }
 
   /// Reorders the channels from layout `from` to layout `to`. HSV to ABGR,
