@@ -4,7 +4,11 @@
 /// Umbrella header: every public header of the math library and of the core
 /// it is built on.
 
+#include "core/LuxCore.h"
 #include "core/zeResult.h"
+#include "math/meta/zeLibZEMathInit.h"
+#include "math/meta/zeMathClassRegistration.h"
+#include "math/meta/zeMathMetaEnums.h"
 #include "math/zeMathEnums.h"
 #include "math/zeMathThreshold.h"
 #include "math/zeMatrix44d.h"

@@ -1,0 +1,150 @@
+#pragma once
+
+#include <cstddef>
+
+#include "core/LuxCoreExport.h"
+#include "core/zeSmartPointer.h"
+
+namespace Lux {
+
+class __internalObjectList;
+class zeMemoryPool;
+class zeMetaObject;
+
+/// Root of every registered class.
+///
+/// The header of every object is, in order: the virtual-table pointer, the
+/// core word (the object's class descriptor) and a 32-bit reference word whose
+/// low 23 bits count references; the upper 9 bits are object flags. Derived
+/// classes lay their fields directly after it.
+///
+/// Objects are made by their class descriptor (zeMetaObject::createInstance),
+/// never by a C++ constructor of the derived class: the memory is zeroed,
+/// zeObject() runs, the class's virtual table is installed, the reflected
+/// fields are reset from their defaults and userConstruct() runs. A registered
+/// class therefore holds plain data only and sets itself up in its user hooks.
+/// There is no virtual destructor: the last release() destroys the object
+/// through internalRelease().
+class LUXCORE_API zeObject {
+ public:
+  /// Mask of the reference count in the reference word.
+  static constexpr unsigned int kReferenceCountMask = 0x7fffffu;
+  /// Position of the lowest object-flag bit in the reference word.
+  static constexpr unsigned int kObjectFlagShift = 23;
+
+  /// How createCopy() treats the fields of the original.
+  enum CopyMethod : int {
+    kCopyShallow = 0,  ///< fields by their shallow copy; userCopyShallow() runs
+    kCopyDeep = 1      ///< fields by their own copy method; userCopyDeep() runs
+  };
+
+  /// An object with no class descriptor and no reference.
+  zeObject() : _meta(nullptr), _referenceWord(0) {}
+  // Objects are shared by reference and copied through createCopy().
+  zeObject(const zeObject&) = delete;
+  zeObject& operator=(const zeObject&) = delete;
+
+  // The seventeen user hooks, in a fixed slot order that every class inherits.
+
+  /// Hook for allocating storage that fields refer to; does nothing here.
+  virtual void userAllocateFields(bool deep);
+  /// Hook that frees what userAllocateFields() made; does nothing here.
+  virtual void userDeallocateFields();
+  /// Completes a deep copy from `source` after the fields were copied.
+  virtual void userCopyDeep(const zeObject* source);
+  /// Completes a shallow copy from `source` after the fields were copied.
+  virtual void userCopyShallow(const zeObject* source);
+  /// Whether state beyond the reflected fields is alike, deep comparison; true here.
+  virtual bool userIsAlikeDeep(const zeObject* other) const;
+  /// Whether state beyond the reflected fields is alike, shallow comparison; true here.
+  virtual bool userIsAlikeShallow(const zeObject* other) const;
+  /// Runs on a copy made by createCopy(), before the user copy hook.
+  virtual void userInstantiate(bool deep);
+  /// Runs when the last reference goes, before the object is destroyed.
+  virtual void userRelease();
+  /// Runs last when the object is made.
+  virtual void userConstruct();
+  /// Runs first when the object is destroyed.
+  virtual void userDestruct();
+  /// Hook after the reflected fields were reset from their defaults.
+  virtual void userResetFields(bool deep);
+  /// Runs before the object is written to a file.
+  virtual void preWrite();
+  /// Runs after the object was read.
+  virtual void postRead();
+  /// Runs once the whole file holding the object was read.
+  virtual void postFileRead();
+  /// Drops slack storage; does nothing here.
+  virtual void clean();
+  /// Hook for turning a class abstract; does nothing here.
+  virtual void makeAbstract(zeMetaObject* meta);
+  /// Hook for turning a class concrete; does nothing here.
+  virtual void makeConcrete(zeMetaObject* meta);
+
+  /// Adds one reference.
+  void addReference() const { ++_referenceWord; }
+
+  /// Drops one reference; when the low 23 bits reach 0 the object is
+  /// destroyed, whatever its flag bits.
+  void release() const {
+    --_referenceWord;
+    if ((_referenceWord & kReferenceCountMask) == 0) internalRelease();
+  }
+
+  /// Destroys the object: userRelease(), userDestruct(), each reflected
+  /// field's destruct() from last to first, then the memory goes back to its
+  /// pool.
+  void internalRelease() const;
+
+  /// The reference count (low 23 bits of the reference word).
+  unsigned int getReferenceCount() const { return _referenceWord & kReferenceCountMask; }
+
+  /// The 9 object-flag bits (upper bits of the reference word), as a value 0..511.
+  unsigned int getObjectFlags() const { return _referenceWord >> kObjectFlagShift; }
+
+  /// Replaces the 9 object-flag bits; the reference count is kept.
+  void setObjectFlags(unsigned int flags) const {
+    _referenceWord = (_referenceWord & kReferenceCountMask) | (flags << kObjectFlagShift);
+  }
+
+  /// The class descriptor that made the object; null for an object not made by one.
+  zeMetaObject* getMetaObject() const { return _meta; }
+
+  /// Whether the object's class is `meta` or derives from it.
+  bool isOfType(const zeMetaObject* meta) const;
+
+  /// A new object of the same class from `pool` (null: the default pool),
+  /// carrying one reference for the caller, with the fields copied as `method`
+  /// says; null on failure.
+  zeObject* createCopy(CopyMethod method, zeMemoryPool* pool = nullptr) const;
+
+  /// Copies the reflected fields of `source`, an object of the same class,
+  /// each by its copy method (shallow: by the shallow copy), then runs the
+  /// user copy hook. Returns false, copying nothing, when the classes differ.
+  bool copyFrom(const zeObject* source, CopyMethod method);
+
+  /// Memory for an object from the default pool; `tag` is kept for memory
+  /// tracking (0: none). Null when memory runs out.
+  static void* operator new(std::size_t size, unsigned long tag) noexcept;
+  /// Gives memory of an object back to its pool.
+  static void operator delete(void* memory) noexcept;
+  /// Pairs with the tagged operator new.
+  static void operator delete(void* memory, unsigned long tag) noexcept;
+
+  // Registration statics of the root class (see zeClassRegistration.h).
+  static zeMetaObject* _Meta;
+  static void bayRegister();
+  static zeSmartPointer<__internalObjectList> bayRegisterInternal();
+  static void* retrieveVTablePointer();
+  static zeMetaObject* getClassMeta();
+  static zeMetaObject* getClassMetaSafe();
+  static zeObject* _instantiateFromPool(zeMemoryPool* pool);
+
+ private:
+  friend class zeMetaObject;
+
+  zeMetaObject* _meta;
+  mutable unsigned int _referenceWord;
+};
+
+}  // namespace Lux
