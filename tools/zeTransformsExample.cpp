@@ -1,5 +1,5 @@
-// Builds a few transforms by hand, composes them and prints what they do to
-// a handful of points: the smallest tour of the value types.
+// Builds a few transforms, composes them, inverts and decomposes the result,
+// and blends two rotations: a short tour of the value types.
 
 #include <cstdio>
 
@@ -14,49 +14,60 @@ void printMatrix(const char* name, const zeMatrix44f& m) {
   for (int r = 0; r < 4; ++r) std::printf("  [%9.4f %9.4f %9.4f %9.4f]\n", m(r, 0), m(r, 1), m(r, 2), m(r, 3));
 }
 
-void printPoint(const char* name, const zeVec3f& p) { std::printf("  %-26s (%g, %g, %g)\n", name, p.x, p.y, p.z); }
+void printVector(const char* name, const zeVec3f& p) { std::printf("  %-28s (%g, %g, %g)\n", name, p.x, p.y, p.z); }
 
 }  // namespace
 
 int main() {
-  // Scale by 2, then turn a quarter about z (x -> y), then move by (10, 0, -5).
-  const zeMatrix44f scale(2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 2, 0, 0, 0, 0, 1);
-  const zeMatrix44f quarterTurnZ(0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1);
-  zeMatrix44f move = zeMatrix44f::identityMatrix;
-  move(3, 0) = 10;
-  move(3, 2) = -5;
+  const float quarterTurn = 1.5707964f;
 
-  zeMatrix44f world;
-  zeMatrix44f::matrixMultiply(&world, &scale, &quarterTurnZ);
+  // Scale by 2, then turn a quarter about z, then move by (10, 0, -5):
+  // row vectors on the left, so the first transform applied comes first.
+  zeMatrix44f scale, turn, move, world;
+  scale.makeScale(2.0f);
+  turn.makeRotationRadians(quarterTurn, zeVec3f::ZVector);
+  move.makeTranslation(zeVec3f(10, 0, -5));
+  zeMatrix44f::matrixMultiply(&world, &scale, &turn);
   zeMatrix44f::matrixMultiply(&world, &world, &move);
-  printMatrix("scale * quarter turn * move", world);
+  printMatrix("scale(2) * turn(z, 90 deg) * move(10, 0, -5)", world);
 
   zeVec3f points[3] = {zeVec3f::XVector, zeVec3f::YVector, zeVec3f(1, 1, 1)};
-  zeVec3f moved[3];
-  world.transformPoints(points, moved, 3);
+  world.transformPoints(points, points, 3);
   std::printf("points through it\n");
-  printPoint("x axis point", moved[0]);
-  printPoint("y axis point", moved[1]);
-  printPoint("(1, 1, 1)", moved[2]);
+  printVector("x axis point", points[0]);
+  printVector("y axis point", points[1]);
+  printVector("(1, 1, 1)", points[2]);
 
-  zeVec3f direction;
-  direction.transformVector(zeVec3f::XVector, world);
-  std::printf("directions ignore the translation\n");
-  printPoint("x axis direction", direction);
+  zeMatrix44f inverse;
+  if (inverse.invert(world) == Lux::kSuccess) {
+    zeVec3f back;
+    back.transformPoint(points[0], inverse);
+    std::printf("the inverse takes the x axis point back\n");
+    printVector("x axis point again", back);
+  }
 
-  // A projective matrix divides by w; w = 2 halves the point.
-  zeMatrix44f halve = zeMatrix44f::identityMatrix;
-  halve(3, 3) = 2;
-  zeVec3f projected;
-  projected.transformPoint(zeVec3f(4, 6, 8), halve);
-  std::printf("projective divide\n");
-  printPoint("(4, 6, 8) with w = 2", projected);
+  float parts[12];
+  zeMatrix44f decomposed = world;
+  if (decomposed.decomposeMatrixRadians(decomposed, parts) == Lux::kSuccess) {
+    std::printf("decomposed\n");
+    printVector("translation", zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_TRANSLATE_X],
+                                       parts[ZE_MATH_MATRIX_DECOMPOSITION_TRANSLATE_Y],
+                                       parts[ZE_MATH_MATRIX_DECOMPOSITION_TRANSLATE_Z]));
+    printVector("rotation (radians)", zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_X],
+                                              parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Y],
+                                              parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Z]));
+    printVector("scale", zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_X], parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_Y],
+                                 parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_Z]));
+  }
 
-  zeVec3f normal;
-  normal.makeNormal(zeVec3f::ZeroVector, zeVec3f::XVector, zeVec3f::YVector);
-  std::printf("triangle normal\n");
-  printPoint("(0,0,0) (1,0,0) (0,1,0)", normal);
-
-  std::printf("largest element of the world matrix: %g\n", world.getMaxElement());
+  // Half way between no turn and a quarter turn about z is an eighth turn.
+  zeQuaternionf from, to, between;
+  from.setRotationRadians(0, 0, 0);
+  to.setRotationRadians(0, 0, quarterTurn);
+  between.slerp(0.5f, from, to);
+  float rx, ry, rz;
+  between.getRotationRadians(rx, ry, rz);
+  std::printf("slerp half way from 0 to 90 degrees about z\n");
+  printVector("Euler angles (radians)", zeVec3f(rx, ry, rz));
   return 0;
 }
