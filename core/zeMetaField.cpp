@@ -20,8 +20,6 @@ void releaseMetaFieldList() {
   if (list) list->release();
 }
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
-
 }  // namespace
 
 ZE_IMPLEMENT_ABSTRACT_CLASS(zeMetaField, zeObject, zeNoLibraryInit, &zeMetaField::bayRegisterInitialize, nullptr)
@@ -45,6 +43,7 @@ zeMetaField::zeMetaField()
       _defaultMemory(nullptr),
       _ownerClass(nullptr),
       _compareMethod(kCompareExactly),
+      _ioForm(0),
       _reservedFlags{},
       _defaultBytes(0),
       _reserved{} {}
@@ -175,17 +174,15 @@ void zeMetaField::endianSwapMemory(void*, int) const {}
 void zeMetaField::endianSwap(zeObject* object) const { endianSwapMemory(fieldMemory(object), 1); }
 
 int zeMetaField::setByString(zeObject* object, const char* text, const zeDirectory* directory) {
-  const unsigned int typeSize = computeTypeSize();
-  const int count = typeSize ? static_cast<int>(_size / typeSize) : 0;
-  if (count <= 1) return setMemoryByString(fieldMemory(object), text, directory);
+  const int count = getElementCount();
+  if (count == 1) return setMemoryByString(fieldMemory(object), text, directory);
   return convertStringToMemory(text, fieldMemory(object), count, directory);
 }
 
 const char* zeMetaField::getByString(const zeObject* object, const zeDirectory* directory) {
-  const unsigned int typeSize = computeTypeSize();
-  const int count = typeSize ? static_cast<int>(_size / typeSize) : 0;
-  if (count <= 1) return getStringFromMemory(fieldMemory(object), directory);
-  return convertMemoryToString(fieldMemory(object), count, directory, ",", static_cast<int>(typeSize));
+  const int count = getElementCount();
+  if (count == 1) return getStringFromMemory(fieldMemory(object), directory);
+  return convertMemoryToString(fieldMemory(object), count, directory, " ", static_cast<int>(getElementBytes()));
 }
 
 int zeMetaField::setMemoryByString(void*, const char*, const zeDirectory*) { return 0; }
@@ -207,16 +204,13 @@ const char* zeMetaField::convertMemoryToString(const void* memory, int count, co
 }
 
 int zeMetaField::convertStringToMemory(const char* text, void* memory, int count, const zeDirectory* directory) {
-  if (!text || !memory) return 0;
-  const int stride = static_cast<int>(computeTypeSize());
+  if (!text || !memory || count <= 0) return 0;
+  const unsigned int stride = getElementBytes();
   int position = 0;
   for (int i = 0; i < count; ++i) {
-    while (isBlank(text[position])) ++position;
     const int used = setMemoryByString(static_cast<char*>(memory) + i * stride, text + position, directory);
-    if (used == 0) return 0;
+    if (used <= 0) return 0;
     position += used;
-    while (isBlank(text[position])) ++position;
-    if (i + 1 < count && text[position] == ',') ++position;
   }
   return position;
 }
@@ -224,6 +218,22 @@ int zeMetaField::convertStringToMemory(const char* text, void* memory, int count
 void zeMetaField::postRead() { validate(); }
 
 // --- non-virtual ------------------------------------------------------------
+
+int zeMetaField::getElementCount() const {
+  // Array field types reflect their element count as "_num" on the
+  // descriptor itself.
+  const zeMetaObject* meta = getMetaObject();
+  const zeMetaField* num = meta ? meta->getMetaField("_num") : nullptr;
+  if (!num || num->getSize() != sizeof(int)) return 1;
+  int count;
+  std::memcpy(&count, num->fieldMemory(this), sizeof count);
+  return count > 0 ? count : 0;
+}
+
+unsigned int zeMetaField::getElementBytes() const {
+  const int count = getElementCount();
+  return count > 0 ? _size / static_cast<unsigned int>(count) : 0u;
+}
 
 int zeMetaField::validate() {
   const unsigned int size = computeSize();
@@ -320,6 +330,7 @@ void zeMetaField::copyDescriptorState(const zeMetaField& source) {
   _resetMethod = source._resetMethod;
   _copyMethod = source._copyMethod;
   _compareMethod = source._compareMethod;
+  _ioForm = source._ioForm;
   _publishSlot = source._publishSlot;  // the copy publishes itself only when told to
   _ownerClass = source._ownerClass;
   zeMemoryPool::deallocate(_defaultMemory);

@@ -103,19 +103,24 @@ class LUXCORE_API zeMetaField : public zeObject {
   /// Bytes the field takes in a file: its byte size.
   virtual unsigned int getIoSize(const zeObject* object) const;
   /// Writes the field's bytes from `source` to file memory `destination`,
-  /// byte-swapped when `swap`; returns the bytes written.
+  /// byte-swapped when `swap`; returns the bytes written (getIoSize()), or
+  /// -1 when the value cannot be written.
   virtual int writeRawFieldMemory(const void* source, void* destination, const zeDirectory* directory, bool swap) const;
   /// Reads the field's bytes from file memory `source` into `destination`,
-  /// byte-swapped when `swap`; returns the bytes read.
+  /// byte-swapped when `swap`; returns the bytes read, or -1 when the stored
+  /// value is refused. A field of variable I/O size finds its length in the
+  /// first 32-bit word of `source`, which the caller has checked.
   virtual int readRawFieldMemory(void* destination, const void* source, const zeDirectory* directory, bool swap) const;
   /// Reverses the byte order of `count` consecutive values; bytes have none,
   /// so nothing here.
   virtual void endianSwapMemory(void* memory, int count) const;
   /// Reverses the byte order of the field of `object`.
   virtual void endianSwap(zeObject* object) const;
-  /// Parses the whole field of `object` from `text`; characters consumed, 0 on failure.
+  /// Parses the whole field of `object` from `text`, element after element
+  /// (getElementCount()); characters consumed, 0 on failure.
   virtual int setByString(zeObject* object, const char* text, const zeDirectory* directory);
-  /// The whole field of `object` as pooled text (caller owns one reference); null if it has no text form.
+  /// The whole field of `object` as pooled text, its elements joined by one
+  /// blank (caller owns one reference); null if it has no text form.
   virtual const char* getByString(const zeObject* object, const zeDirectory* directory);
   /// Parses one value of the field's type; characters consumed, 0 on failure (always, here).
   virtual int setMemoryByString(void* memory, const char* text, const zeDirectory* directory);
@@ -124,8 +129,9 @@ class LUXCORE_API zeMetaField : public zeObject {
   /// `count` values `stride` bytes apart as pooled text joined by `separator`.
   virtual const char* convertMemoryToString(const void* memory, int count, const zeDirectory* directory,
                                             const char* separator, int stride);
-  /// Parses `count` consecutive values separated by commas or blanks;
-  /// characters consumed, 0 on failure.
+  /// Parses `count` consecutive values of getElementBytes() each, one
+  /// setMemoryByString() after the other, each starting where the previous
+  /// one stopped; characters consumed, 0 when any value consumes nothing.
   virtual int convertStringToMemory(const char* text, void* memory, int count, const zeDirectory* directory);
 
   /// Revalidates the descriptor after it was read.
@@ -182,6 +188,15 @@ class LUXCORE_API zeMetaField : public zeObject {
   /// Compares the field by the compare method.
   bool isAlike(const zeObject* a, const zeObject* b) const;
 
+  /// Number of elements of the field: the descriptor's own reflected "_num"
+  /// when its class has one (array fields), else 1.
+  int getElementCount() const;
+  /// Bytes per element: the byte size divided by getElementCount(); 0 for no element.
+  unsigned int getElementBytes() const;
+  /// Whether the field's stored size depends on its value; such a field
+  /// stores its byte length in the first 32-bit word of its stored form.
+  bool hasVariableIoSize() const { return _ioForm != 0; }
+
   /// The field's memory inside `object`.
   void* fieldMemory(zeObject* object) const { return reinterpret_cast<char*>(object) + _offset; }
   const void* fieldMemory(const zeObject* object) const { return reinterpret_cast<const char*>(object) + _offset; }
@@ -192,6 +207,11 @@ class LUXCORE_API zeMetaField : public zeObject {
 
   /// Registration: creates _MetaFieldList and its class destructor.
   static void bayRegisterInitialize();
+
+ protected:
+  /// Declares the stored size variable (see hasVariableIoSize()); field
+  /// types that need it call this from userConstruct().
+  void setVariableIoSize(bool variable) { _ioForm = variable ? 1 : 0; }
 
  private:
   void copyDescriptorState(const zeMetaField& source);
@@ -210,7 +230,8 @@ class LUXCORE_API zeMetaField : public zeObject {
   void* _defaultMemory;
   zeMetaObject* _ownerClass;
   unsigned char _compareMethod;
-  unsigned char _reservedFlags[3];
+  unsigned char _ioForm;  // 1: variable stored size
+  unsigned char _reservedFlags[2];
   unsigned int _defaultBytes;  // bytes of _defaultMemory
   void* _reserved[2];          // keeps the base at 88 bytes as it grows
 };

@@ -3,6 +3,8 @@
 #include "core/zeClassRegistration.h"
 #include "core/zeMemoryPool.h"
 #include "core/zeMetaField.h"
+#include "core/zeObjectRecord.h"
+#include "core/zeResult.h"
 
 namespace Lux {
 
@@ -57,6 +59,47 @@ bool zeObject::copyFrom(const zeObject* source, CopyMethod method) {
     userCopyShallow(source);
   }
   return true;
+}
+
+bool zeObject::isAlikeTo(const zeObject* other, CopyMethod method) const {
+  if (!other || !_meta || other->_meta != _meta) return false;
+  for (int i = 0; i < _meta->getMetaFieldCount(); ++i) {
+    const zeMetaField* field = _meta->getIndexedMetaField(i);
+    const bool alike =
+        method == kCopyDeep ? field->isAlike(this, other) : field->isAlikeCompareShallow(this, other);
+    if (!alike) return false;
+  }
+  return method == kCopyDeep ? userIsAlikeDeep(other) : userIsAlikeShallow(other);
+}
+
+void zeObject::printFields(unsigned int indent) const {
+  if (!_meta) return;
+  for (int i = 0; i < _meta->getMetaFieldCount(); ++i) _meta->getIndexedMetaField(i)->print(this, indent, "");
+}
+
+int zeObject::setFieldByString(const char* name, const char* text) {
+  zeMetaField* field = _meta ? _meta->getMetaField(name) : nullptr;
+  if (!field || !text) return kFailure;
+  return field->setByString(this, text, nullptr) > 0 ? kSuccess : kFailure;
+}
+
+int zeObject::traverseFields(int (*visit)(zeObject*, zeMetaField*, void*), void* data) {
+  if (!_meta || !visit) return 0;
+  for (int i = 0; i < _meta->getMetaFieldCount(); ++i) {
+    const int result = _meta->getIndexedMetaField(i)->traverse(this, visit, data);
+    if (result != 0) return result;
+  }
+  return 0;
+}
+
+unsigned int zeObject::getRecordSize() const { return zeObjectRecord::getSize(this); }
+
+int zeObject::writeRecord(void* buffer, unsigned int length, bool swap) {
+  return zeObjectRecord::write(this, buffer, length, swap);
+}
+
+int zeObject::readRecord(const void* buffer, unsigned int length, bool swap) {
+  return zeObjectRecord::read(this, buffer, length, swap);
 }
 
 void* zeObject::operator new(std::size_t size, unsigned long tag) noexcept {

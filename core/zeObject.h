@@ -9,6 +9,7 @@ namespace Lux {
 
 class __internalObjectList;
 class zeMemoryPool;
+class zeMetaField;
 class zeMetaObject;
 
 /// Root of every registered class.
@@ -122,6 +123,41 @@ class LUXCORE_API zeObject {
   /// each by its copy method (shallow: by the shallow copy), then runs the
   /// user copy hook. Returns false, copying nothing, when the classes differ.
   bool copyFrom(const zeObject* source, CopyMethod method);
+
+  /// Whether `other` is of the same class and alike field by field: deep,
+  /// each field by its compare method, then userIsAlikeDeep(); shallow, each
+  /// field by its shallow comparison, then userIsAlikeShallow().
+  bool isAlikeTo(const zeObject* other, CopyMethod method) const;
+
+  // --- services on all reflected fields ------------------------------------
+
+  /// Prints every reflected field to standard output, one line each
+  /// ("name = text"), with `indent` leading blanks.
+  void printFields(unsigned int indent = 0) const;
+
+  /// Sets the field called `name` from its text form. kSuccess, or kFailure
+  /// when the class has no such field or the text does not parse (a field of
+  /// several elements may then hold the elements parsed before the failure).
+  int setFieldByString(const char* name, const char* text);
+
+  /// Calls traverse() of every reflected field in order; stops at and
+  /// returns the first result that is not 0, else 0.
+  int traverseFields(int (*visit)(zeObject* object, zeMetaField* field, void* data), void* data);
+
+  /// Bytes of the object's record (all reflected fields with a header that
+  /// names the class and checks the content); 0 when it cannot be written.
+  unsigned int getRecordSize() const;
+
+  /// Runs preWrite(), then writes the record to `buffer` in native byte order
+  /// or, with `swap`, in the other one. kSuccess, or kFailure when `length`
+  /// is less than getRecordSize() or a field cannot be written.
+  int writeRecord(void* buffer, unsigned int length, bool swap);
+
+  /// Reads a record made by writeRecord() with the same `swap` from the
+  /// `length` bytes at `buffer`, then runs postRead(). kFailure, leaving the
+  /// object as it was, for a truncated or corrupt record or one of another
+  /// class.
+  int readRecord(const void* buffer, unsigned int length, bool swap);
 
   /// Memory for an object from the default pool; `tag` is kept for memory
   /// tracking (0: none). Null when memory runs out.
