@@ -8,10 +8,14 @@
 #include <math/ZEMath.h>
 
 #include "support/Bits.h"
+#include "support/MatrixSupport.h"
 
 using namespace Lux::Math;
+using zetest::expectBits;
 using zetest::kNaNd;
 using zetest::kNaNf;
+using zetest::randomMatrix;
+using zetest::referenceProduct;
 
 namespace {
 
@@ -38,29 +42,6 @@ struct ConstTransforms<M, V, std::void_t<decltype(std::declval<const M&>().trans
     : std::true_type {};
 static_assert(ConstTransforms<zeMatrix44f, zeVec3f>::value && ConstTransforms<zeMatrix44f, zeVec4f>::value);
 static_assert(!ConstTransforms<zeMatrix44d, zeVec3d>::value && !ConstTransforms<zeMatrix44d, zeVec4d>::value);
-
-template <class M>
-M randomMatrix(std::mt19937& rng) {
-  std::uniform_real_distribution<typename M::Scalar> dist(-10, 10);
-  M m;
-  for (int i = 0; i < 16; ++i) m[i] = dist(rng);
-  return m;
-}
-
-// a·b by the written formula, for comparing against the library bit for bit.
-template <class M>
-M referenceProduct(const M& a, const M& b) {
-  M r;
-  for (int row = 0; row < 4; ++row)
-    for (int c = 0; c < 4; ++c)
-      r(row, c) = a(row, 0) * b(0, c) + a(row, 1) * b(1, c) + a(row, 2) * b(2, c) + a(row, 3) * b(3, c);
-  return r;
-}
-
-template <class M>
-void expectBits(const M& expected, const M& actual) {
-  for (int i = 0; i < 16; ++i) EXPECT_BITEQ(expected[i], actual[i]) << " element " << i;
-}
 
 }  // namespace
 
