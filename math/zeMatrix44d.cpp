@@ -10,6 +10,7 @@
 #include "math/impl/Matrix44Construction.inl"
 #include "math/impl/Matrix44Decomposition.inl"
 #include "math/impl/Matrix44Inversion.inl"
+#include "math/impl/Matrix44Projection.inl"
 #include "math/impl/Matrix44QuaternionOps.inl"
 #include "math/zeQuaterniond.h"
 
@@ -19,6 +20,7 @@ namespace Math {
 template class impl::Matrix44Construction<zeMatrix44d, double, zeVec3d, zeVec4d>;
 template class impl::Matrix44Decomposition<zeMatrix44d, double, zeVec3d, zeVec4d>;
 template class impl::Matrix44Inversion<zeMatrix44d, double, zeVec3d, zeVec4d>;
+template class impl::Matrix44Projection<zeMatrix44d, double, zeVec3d, zeVec4d>;
 template class impl::Matrix44QuaternionOps<zeMatrix44d, double, zeQuaterniond>;
 
 int zeMatrix44d::decomposeMatrixRadians(zeMatrix44d& m, double* parts) noexcept {

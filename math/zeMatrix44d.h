@@ -4,6 +4,7 @@
 #include "math/impl/Matrix44Construction.h"
 #include "math/impl/Matrix44Decomposition.h"
 #include "math/impl/Matrix44Ops.h"
+#include "math/impl/Matrix44Projection.h"
 #include "math/impl/Matrix44QuaternionOps.h"
 #include "math/zeVec3d.h"
 #include "math/zeVec4d.h"
@@ -20,6 +21,7 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
                                 public impl::Matrix44Inversion<zeMatrix44d, double, zeVec3d, zeVec4d>,
                                 public impl::Matrix44Construction<zeMatrix44d, double, zeVec3d, zeVec4d>,
                                 public impl::Matrix44Decomposition<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                                public impl::Matrix44Projection<zeMatrix44d, double, zeVec3d, zeVec4d>,
                                 public impl::Matrix44QuaternionOps<zeMatrix44d, double, zeQuaterniond> {
   using Ops = impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d>;
 

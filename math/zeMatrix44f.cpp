@@ -10,6 +10,7 @@
 #include "math/impl/Matrix44Construction.inl"
 #include "math/impl/Matrix44Decomposition.inl"
 #include "math/impl/Matrix44Inversion.inl"
+#include "math/impl/Matrix44Projection.inl"
 #include "math/impl/Matrix44QuaternionOps.inl"
 #include "math/zeQuaternionf.h"
 
@@ -19,6 +20,7 @@ namespace Math {
 template class impl::Matrix44Construction<zeMatrix44f, float, zeVec3f, zeVec4f>;
 template class impl::Matrix44Decomposition<zeMatrix44f, float, zeVec3f, zeVec4f>;
 template class impl::Matrix44Inversion<zeMatrix44f, float, zeVec3f, zeVec4f>;
+template class impl::Matrix44Projection<zeMatrix44f, float, zeVec3f, zeVec4f>;
 template class impl::Matrix44QuaternionOps<zeMatrix44f, float, zeQuaternionf>;
 
 void zeMatrix44f::makeQuaternion(const zeQuaternionf& q) noexcept {

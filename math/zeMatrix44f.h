@@ -6,6 +6,7 @@
 #include "math/impl/Matrix44Construction.h"
 #include "math/impl/Matrix44Decomposition.h"
 #include "math/impl/Matrix44Ops.h"
+#include "math/impl/Matrix44Projection.h"
 #include "math/impl/Matrix44QuaternionOps.h"
 #include "math/zeVec3f.h"
 #include "math/zeVec4f.h"
@@ -23,6 +24,7 @@ class ZEMATH_API zeMatrix44f : public impl::Matrix44Ops<zeMatrix44f, float, zeVe
                               public impl::Matrix44Inversion<zeMatrix44f, float, zeVec3f, zeVec4f>,
                               public impl::Matrix44Construction<zeMatrix44f, float, zeVec3f, zeVec4f>,
                               public impl::Matrix44Decomposition<zeMatrix44f, float, zeVec3f, zeVec4f>,
+                              public impl::Matrix44Projection<zeMatrix44f, float, zeVec3f, zeVec4f>,
                               public impl::Matrix44QuaternionOps<zeMatrix44f, float, zeQuaternionf> {
  public:
   zeMatrix44f() = default;
