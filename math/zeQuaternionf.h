@@ -35,6 +35,9 @@ class ZEMATH_API zeQuaternionf : public impl::QuaternionOps<zeQuaternionf, float
   /// b is not modified.
   void fastInterpolation(float t, const zeQuaternionf& a, zeQuaternionf& b) noexcept { blend(t, a, b); }
 
+ protected:
+  friend class impl::QuaternionOps<zeQuaternionf, float, zeMatrix44f>;
+
   /// The angles getRotationRadians stores when cos(ry) is exactly 0. Unlike
   /// the double twin, the float class deliberately puts atan2(m4, m5) into ry,
   /// overwriting the pitch, sets rz = 0 and leaves rx unwritten.

@@ -142,6 +142,13 @@ TEST(QuaternionEuler, FloatBuildsRxRyRzDoubleFlipsTwoSigns) {
   expectQuat(f, d.x, d.y, d.z, d.w, 1e-7);
 }
 
+// The pole branch is out of reach of real input (cos(asin(v)) is never exactly
+// 0 for |v| < 1), so the test calls it through a probe.
+template <class Q>
+struct PoleProbe : Q {
+  using Q::getPoleRotationRadians;
+};
+
 TEST(QuaternionEuler, GetRotationRadiansClampsAndTheTwinsDifferAtThePole) {
   float rx = 1, ry = 1, rz = 1;
   zeQuaternionf q;
@@ -160,10 +167,10 @@ TEST(QuaternionEuler, GetRotationRadiansClampsAndTheTwinsDifferAtThePole) {
 
   // At a pole the float twin writes the roll into ry and leaves rx alone.
   rx = ry = rz = 5;
-  zeQuaternionf::getPoleRotationRadians(diagonal<zeMatrix44f>(0, 1, 0, 1), rx, ry, rz);
+  PoleProbe<zeQuaternionf>::getPoleRotationRadians(diagonal<zeMatrix44f>(0, 1, 0, 1), rx, ry, rz);
   expectQuat(zeQuaternionf(rx, ry, rz, 0), 5, 0, 0, 0);
   dx = dy = dz = 5;
-  zeQuaterniond::getPoleRotationRadians(diagonal<zeMatrix44d>(0, 1, 0, 1), dx, dy, dz);
+  PoleProbe<zeQuaterniond>::getPoleRotationRadians(diagonal<zeMatrix44d>(0, 1, 0, 1), dx, dy, dz);
   expectQuat(zeQuaterniond(dx, dy, dz, 0), 0, 5, 0, 0);
 }
 

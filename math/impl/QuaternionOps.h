@@ -96,11 +96,6 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   /// rotation matrix: ry = asin(-m2), rx = atan2(m6, m10), rz = atan2(m1, m0).
   void getRotationRadians(T& rx, T& ry, T& rz) const noexcept;
 
-  /// The angles getRotationRadians stores when cos(ry) is exactly 0:
-  /// rx = atan2(m4, m5), rz = 0, ry left as it is. m is the quaternion's
-  /// normalised rotation matrix.
-  static void getPoleRotationRadians(const M& m, T& rx, T& ry, T& rz) noexcept;
-
   /// Shortest-path linear blend a (1 - t) + b t, b negated first when a . b < 0;
   /// the result is not normalised. A NaN dot product takes the perpendicular form.
   void lerp(T t, const Q& a, const Q& b) noexcept {
@@ -123,6 +118,12 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   void slerp(T t, const Q& a, const Q& b) noexcept;
 
  protected:
+  /// The angles getRotationRadians stores when cos(ry) is exactly 0 (in
+  /// practice a branch no float or double input reaches): rx = atan2(m4, m5),
+  /// rz = 0, ry left as it is. m is the quaternion's normalised rotation
+  /// matrix. Called through Q, so a twin may give its own.
+  static void getPoleRotationRadians(const M& m, T& rx, T& ry, T& rz) noexcept;
+
   /// The eight products shared by both multiplication forms.
   struct Products {
     T p1, p2, p3, p4, p5, p6, p7, p8;
