@@ -6,6 +6,10 @@
 
 #include "core/LuxCore.h"
 #include "core/zeResult.h"
+#include "math/kernels/zeVectorBlending.h"
+#include "math/kernels/zeVectorBlendingKernels.h"
+#include "math/kernels/zeVectorMorphing.h"
+#include "math/kernels/zeVectorMorphingKernels.h"
 #include "math/meta/zeConvertStringToArray.h"
 #include "math/meta/zeLibZEMathInit.h"
 #include "math/meta/zeMathClassRegistration.h"

@@ -1,6 +1,8 @@
 #include "math/meta/zeLibZEMathInit.h"
 
 #include "core/BayCore.h"
+#include "math/kernels/zeVectorBlending.h"
+#include "math/kernels/zeVectorMorphing.h"
 #include "math/zeMultiplyAligned.h"
 
 namespace Lux {
@@ -17,6 +19,8 @@ void _libZEMath_Init() {
   if (_libZEMath_InitFlag == 1) return;
   _libZEMath_InitFlag = 1;
   BayCore::registerUnregistrationHook(&clearInitFlag);
+  Math::zeVectorMorphing::bayRegister();
+  Math::zeVectorBlending::bayRegister();
   registerMultiplyAlignedFunction();
 }
 
