@@ -13,6 +13,7 @@
 namespace Lux {
 namespace Math {
 
+class zePlane;
 class zeQuaterniond;
 
 /// Double-precision 4x4 transform, the twin of zeMatrix44f: same layout and
@@ -77,6 +78,15 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
     compose(m, parts, parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_X] * k,
             parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Y] * k, parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Z] * k);
   }
+
+  using impl::Matrix44Projection<zeMatrix44d, double, zeVec3d, zeVec4d>::makeOrthographicProjection;
+  /// The parallel projection along `direction` onto the plane (its _norm and
+  /// _offset, widened exactly to double); the w of a projected point is
+  /// dot(_norm, direction).
+  void makeOrthographicProjection(const zePlane* plane, const zeVec3d& direction) noexcept;
+  /// The projection onto the plane (its _norm and _offset, widened exactly to
+  /// double) from a point light at `light`.
+  void makeShadowMatrix(const zePlane* plane, const zeVec3d& light) noexcept;
 
   static zeMatrix44d identityMatrix;  ///< the identity
   static zeMatrix44d zeroMatrix;      ///< all sixteen elements 0

@@ -15,6 +15,7 @@
 namespace Lux {
 namespace Math {
 
+class zePlane;
 class zeQuaternionf;
 
 /// Single-precision 4x4 transform, stored row by row, row vectors on the left:
@@ -57,6 +58,14 @@ class ZEMATH_API zeMatrix44f : public impl::Matrix44Ops<zeMatrix44f, float, zeVe
   /// about an axis perpendicular to to when they are opposite. Only the float
   /// class has it.
   void makeRotation(const zeVec3f& from, const zeVec3f& to) noexcept;
+
+  using impl::Matrix44Projection<zeMatrix44f, float, zeVec3f, zeVec4f>::makeOrthographicProjection;
+  /// The parallel projection along `direction` onto the plane (its _norm and
+  /// _offset); the w of a projected point is dot(_norm, direction).
+  void makeOrthographicProjection(const zePlane* plane, const zeVec3f& direction) noexcept;
+  /// The projection onto the plane (its _norm and _offset) from a point light
+  /// at `light`.
+  void makeShadowMatrix(const zePlane* plane, const zeVec3f& light) noexcept;
 
   /// Splits m into the twelve ZE_MATH_MATRIX_DECOMPOSITION parts (translation,
   /// Euler angles in radians, scale, shear). Returns kSuccess; kFailure for a
