@@ -12,6 +12,7 @@
 #include "math/kernels/zeVectorMorphingKernels.h"
 #include "math/meta/zeConvertStringToArray.h"
 #include "math/meta/zeLibZEMathInit.h"
+#include "math/meta/zeLibraryEntry.h"
 #include "math/meta/zeMathClassRegistration.h"
 #include "math/meta/zeMathMetaEnums.h"
 #include "math/meta/zeMatrix44dArrayMetaField.h"
