@@ -16,106 +16,78 @@ using Lux::Math::zeConvertStringToArray;
 
 namespace {
 
-constexpr float kUnset = -99.0f;  // what an element holds until the parser writes it
+constexpr float U = -99.0f;  // what an element holds until the parser writes it
 
-/// Parses `text` into three floats preset to kUnset.
-struct Floats3 {
-  float v[3] = {kUnset, kUnset, kUnset};
+/// A text parsed into `count` of three floats preset to U, and what must come
+/// of it: the characters consumed and all three elements afterwards.
+struct FloatCase {
+  const char* text;
+  int count;
   int consumed;
-  explicit Floats3(const char* text, int count = 3) { consumed = zeConvertStringToArray(text, v, count, 4, true); }
+  float after[3];
 };
+
+const FloatCase kFloatCases[] = {
+    // Nothing to parse.
+    {"", 3, 0, {U, U, U}},
+    {" \t\n ", 3, 0, {U, U, U}},
+    // A comma after the first number makes commas separate all others; without
+    // one, blanks or nothing separate them. Blanks after the last number are consumed.
+    {"1,2,3", 3, 5, {1, 2, 3}},
+    {" 1 ,\t2\n, 3  ", 3, 12, {1, 2, 3}},
+    {"1 2 3", 3, 5, {1, 2, 3}},
+    {"1-2-3", 3, 5, {1, -2, -3}},
+    {"1.2.3", 2, 5, {1.2, 0.3, U}},
+    {"1 2,3", 3, 0, {1, 2, U}},
+    {"1,2 3", 3, 0, {1, 2, U}},
+    {"1,,2", 3, 0, {1, U, U}},
+    {"1,2,", 3, 0, {1, 2, U}},
+    // One opener demands its closer after exactly count numbers; elements
+    // stored before a failure stay.
+    {" ( 1 , 2 , 3 ) ", 3, 14, {1, 2, 3}},
+    {"[1 2 3]", 3, 7, {1, 2, 3}},
+    {"{1,2,3}tail", 3, 7, {1, 2, 3}},
+    {"<1,2,3>", 3, 7, {1, 2, 3}},
+    {"(1,2,3", 3, 0, {1, 2, 3}},
+    {"(1,2,3,4)", 3, 0, {1, 2, 3}},
+    {"(1,2)", 3, 0, {1, 2, U}},
+    {"(1,2,3]", 3, 0, {1, 2, 3}},
+    {"((1,2,3))", 3, 0, {U, U, U}},
+    {"1,2,3)", 3, 5, {1, 2, 3}},
+    // Without brackets, what follows the last number is ignored.
+    {"1,2,3,4", 3, 5, {1, 2, 3}},
+    {"1,2,3xyz", 3, 5, {1, 2, 3}},
+    {"1 2 3 4", 3, 6, {1, 2, 3}},
+    {"7,8", 1, 1, {7, U, U}},
+    // A point and an exponent, but no plus, nan or inf.
+    {".5,-.25,1e3", 3, 11, {0.5, -0.25, 1000}},
+    {"5.,1.5E-2,2e+1", 3, 14, {5, 0.015, 20}},
+    {"-0 0 0", 3, 6, {-0.0f, 0, 0}},
+    {"+1,2,3", 3, 0, {U, U, U}},
+    {"1e,2,3", 3, 0, {U, U, U}},
+    {"1e+,2,3", 3, 0, {U, U, U}},
+    {".", 3, 0, {U, U, U}},
+    {"-", 3, 0, {U, U, U}},
+    {"-.", 3, 0, {U, U, U}},
+    {"nan", 3, 0, {U, U, U}},
+    {"-inf", 3, 0, {U, U, U}},
+    {"x1", 3, 0, {U, U, U}},
+    // Rounded from the double the text converts to: that is the float halfway
+    // point 1 + 2^-24 itself (the text lies just above it), which rounds to even.
+    {"1.00000005960464477539063", 1, 25, {1, U, U}},
+};
+
+/// Parses `text` into `count` floats and expects `consumed` and `after`.
+void expectFloats(const char* text, int count, int consumed, const float (&after)[3]) {
+  float v[3] = {U, U, U};
+  EXPECT_EQ(zeConvertStringToArray(text, v, count, 4, true), consumed) << '"' << text << '"';
+  for (int i = 0; i < 3; ++i) EXPECT_BITEQ(after[i], v[i]) << '"' << text << "\" element " << i;
+}
 
 }  // namespace
 
-TEST(MetaFieldParser, RefusesMissingTextDestinationCountOrWidth) {
-  float v[3] = {kUnset, kUnset, kUnset};
-  EXPECT_EQ(zeConvertStringToArray(nullptr, v, 3, 4, true), 0);
-  EXPECT_EQ(zeConvertStringToArray("1,2,3", nullptr, 3, 4, true), 0);
-  EXPECT_EQ(zeConvertStringToArray("1,2,3", v, 0, 4, true), 0);
-  EXPECT_EQ(zeConvertStringToArray("1,2,3", v, 3, 0, true), 0);
-  EXPECT_EQ(Floats3("").consumed, 0);
-  EXPECT_EQ(Floats3(" \t\n ").consumed, 0);
-  EXPECT_BITEQ(kUnset, v[0]);
-}
-
-TEST(MetaFieldParser, CommasFollowingTheFirstNumberSeparateAllOthers) {
-  Floats3 plain("1,2,3");
-  EXPECT_EQ(plain.consumed, 5);
-  EXPECT_BITEQ(1.0f, plain.v[0]);
-  EXPECT_BITEQ(2.0f, plain.v[1]);
-  EXPECT_BITEQ(3.0f, plain.v[2]);
-  EXPECT_EQ(Floats3(" 1 ,\t2\n, 3  ").consumed, 12) << "blanks around commas and after the last number";
-  Floats3 blanks("1 2 3");
-  EXPECT_EQ(blanks.consumed, 5);
-  EXPECT_BITEQ(2.0f, blanks.v[1]);
-  Floats3 adjacent("1-2-3");
-  EXPECT_EQ(adjacent.consumed, 5);
-  EXPECT_BITEQ(-2.0f, adjacent.v[1]);
-  EXPECT_BITEQ(-3.0f, adjacent.v[2]);
-  Floats3 points("1.2.3", 2);
-  EXPECT_EQ(points.consumed, 5);
-  EXPECT_BITEQ(static_cast<float>(0.3), points.v[1]) << "a point begins the next number";
-
-  Floats3 lateComma("1 2,3");
-  EXPECT_EQ(lateComma.consumed, 0);
-  EXPECT_BITEQ(2.0f, lateComma.v[1]) << "stored before the failure";
-  EXPECT_BITEQ(kUnset, lateComma.v[2]);
-  Floats3 missingComma("1,2 3");
-  EXPECT_EQ(missingComma.consumed, 0);
-  EXPECT_BITEQ(2.0f, missingComma.v[1]);
-  EXPECT_BITEQ(kUnset, missingComma.v[2]);
-  EXPECT_EQ(Floats3("1,,2").consumed, 0);
-  EXPECT_EQ(Floats3("1,2,").consumed, 0);
-}
-
-TEST(MetaFieldParser, OneOpenerDemandsItsCloserAfterExactlyCountNumbers) {
-  EXPECT_EQ(Floats3(" ( 1 , 2 , 3 ) ").consumed, 14);
-  EXPECT_EQ(Floats3("[1 2 3]").consumed, 7);
-  EXPECT_EQ(Floats3("{1,2,3}tail").consumed, 7);
-  EXPECT_EQ(Floats3("<1,2,3>").consumed, 7);
-  Floats3 unclosed("(1,2,3");
-  EXPECT_EQ(unclosed.consumed, 0);
-  EXPECT_BITEQ(3.0f, unclosed.v[2]) << "stored before the failure";
-  EXPECT_EQ(Floats3("(1,2,3,4)").consumed, 0);
-  EXPECT_EQ(Floats3("(1,2)").consumed, 0);
-  EXPECT_EQ(Floats3("(1,2,3]").consumed, 0);
-  EXPECT_EQ(Floats3("((1,2,3))").consumed, 0) << "only one opener";
-  EXPECT_EQ(Floats3("1,2,3)").consumed, 5) << "a closer without an opener is left alone";
-}
-
-TEST(MetaFieldParser, WithoutBracketsWhatFollowsTheLastNumberIsIgnored) {
-  EXPECT_EQ(Floats3("1,2,3,4").consumed, 5);
-  EXPECT_EQ(Floats3("1,2,3xyz").consumed, 5);
-  EXPECT_EQ(Floats3("1 2 3 4").consumed, 6);
-  Floats3 one("7,8", 1);
-  EXPECT_EQ(one.consumed, 1);
-  EXPECT_BITEQ(kUnset, one.v[1]) << "never more than count elements";
-}
-
-TEST(MetaFieldParser, FloatingNumbersTakeAPointAndAnExponentButNoPlusNanOrInf) {
-  Floats3 forms(".5,-.25,1e3");
-  EXPECT_EQ(forms.consumed, 11);
-  EXPECT_BITEQ(0.5f, forms.v[0]);
-  EXPECT_BITEQ(-0.25f, forms.v[1]);
-  EXPECT_BITEQ(1000.0f, forms.v[2]);
-  Floats3 exponents("5.,1.5E-2,2e+1");
-  EXPECT_BITEQ(5.0f, exponents.v[0]);
-  EXPECT_BITEQ(static_cast<float>(0.015), exponents.v[1]);
-  EXPECT_BITEQ(20.0f, exponents.v[2]);
-  EXPECT_BITEQ(-0.0f, Floats3("-0 0 0").v[0]);
-
-  for (const char* refused : {"+1,2,3", "1e,2,3", "1e+,2,3", ".", "-", "-.", "nan", "inf", "-inf", "x1"}) {
-    Floats3 r(refused);
-    EXPECT_EQ(r.consumed, 0) << refused;
-    EXPECT_BITEQ(kUnset, r.v[0]) << refused;
-  }
-}
-
-TEST(MetaFieldParser, FloatsAreRoundedFromTheDoubleTheTextConvertsTo) {
-  // Just above the float halfway point 1 + 2^-24, but the double nearest to
-  // the text is that halfway point itself, which rounds to even: 1.
-  Floats3 halfway("1.00000005960464477539063", 1);
-  EXPECT_BITEQ(1.0f, halfway.v[0]);
+TEST(MetaFieldParser, FloatTextsAreAcceptedOrRefusedRuleByRule) {
+  for (const FloatCase& c : kFloatCases) expectFloats(c.text, c.count, c.consumed, c.after);
   double d[2];
   EXPECT_EQ(zeConvertStringToArray("0.1 -1e-320", d, 2, 8, true), 11);
   EXPECT_BITEQ(0.1, d[0]);
@@ -125,21 +97,16 @@ TEST(MetaFieldParser, FloatsAreRoundedFromTheDoubleTheTextConvertsTo) {
 TEST(MetaFieldParser, IntegersAreCutToTheElementWidthWithoutARangeCheck) {
   std::uint8_t b[4] = {9, 9, 9, 9};
   EXPECT_EQ(zeConvertStringToArray("256,-1,7", b, 3, 1, false), 8);
-  EXPECT_EQ(b[0], 0);
-  EXPECT_EQ(b[1], 255);
-  EXPECT_EQ(b[2], 7);
-  EXPECT_EQ(b[3], 9);
-  std::uint16_t s[2];
+  EXPECT_EQ(std::vector<int>(b, b + 4), (std::vector<int>{0, 255, 7, 9}));
+  std::uint16_t s[3] = {9, 9, 9};
   EXPECT_EQ(zeConvertStringToArray("65537 -2", s, 2, 2, false), 8);
-  EXPECT_EQ(s[0], 1);
-  EXPECT_EQ(s[1], 65534);
+  EXPECT_EQ(std::vector<int>(s, s + 3), (std::vector<int>{1, 65534, 9}));
   std::int32_t i[2];
   EXPECT_EQ(zeConvertStringToArray("(-2147483648,2147483647)", i, 2, 4, false), 24);
-  EXPECT_EQ(i[0], INT32_MIN);
-  EXPECT_EQ(i[1], INT32_MAX);
-  std::int64_t l[2] = {0, 0};
+  EXPECT_EQ(std::vector<std::int32_t>(i, i + 2), (std::vector<std::int32_t>{INT32_MIN, INT32_MAX}));
+  std::int64_t l[2] = {0, 9};
   EXPECT_EQ(zeConvertStringToArray("-5", l, 1, 8, false), 2);
-  EXPECT_EQ(l[0], -5) << "sign-extended";
+  EXPECT_EQ(std::vector<std::int64_t>(l, l + 2), (std::vector<std::int64_t>{-5, 9})) << "sign-extended";
   EXPECT_EQ(zeConvertStringToArray("1e3", l, 1, 8, false), 1) << "the exponent is not read";
 
   std::int32_t r[2] = {9, 9};
@@ -149,9 +116,13 @@ TEST(MetaFieldParser, IntegersAreCutToTheElementWidthWithoutARangeCheck) {
   EXPECT_EQ(r[1], 9);
 }
 
-TEST(MetaFieldParser, ElementWidthsWithoutAStoreFailWithNothingWritten) {
+TEST(MetaFieldParser, MissingArgumentsAndWidthsWithoutAStoreFailWithNothingWritten) {
   unsigned char bytes[16];
   std::memset(bytes, 0xAB, sizeof bytes);
+  EXPECT_EQ(zeConvertStringToArray(nullptr, bytes, 3, 4, true), 0);
+  EXPECT_EQ(zeConvertStringToArray("1,2,3", nullptr, 3, 4, true), 0);
+  EXPECT_EQ(zeConvertStringToArray("1,2,3", bytes, 0, 4, true), 0);
+  EXPECT_EQ(zeConvertStringToArray("1,2,3", bytes, 3, 0, true), 0);
   EXPECT_EQ(zeConvertStringToArray("1,2", bytes, 2, 2, true), 0);
   EXPECT_EQ(zeConvertStringToArray("1,2", bytes, 2, 1, true), 0);
   EXPECT_EQ(zeConvertStringToArray("1,2", bytes, 2, 3, false), 0);
@@ -162,12 +133,8 @@ TEST(MetaFieldParser, ElementWidthsWithoutAStoreFailWithNothingWritten) {
 TEST(MetaFieldParser, NumbersOfMoreThan511CharactersAreRefused) {
   const std::string longest = std::string(510, '0') + "7";
   const std::string tooLong = "0" + longest;
-  Floats3 accepted(longest.c_str(), 1);
-  EXPECT_EQ(accepted.consumed, 511);
-  EXPECT_BITEQ(7.0f, accepted.v[0]);
-  Floats3 refused(tooLong.c_str(), 1);
-  EXPECT_EQ(refused.consumed, 0);
-  EXPECT_BITEQ(kUnset, refused.v[0]);
+  expectFloats(longest.c_str(), 1, 511, {7, U, U});
+  expectFloats(tooLong.c_str(), 1, 0, {U, U, U});
   std::int32_t i = 9;
   EXPECT_EQ(zeConvertStringToArray(tooLong.c_str(), &i, 1, 4, false), 0);
   EXPECT_EQ(zeConvertStringToArray(("-" + std::string(509, '0') + "1").c_str(), &i, 1, 4, false), 511);

@@ -35,10 +35,4 @@ class IntList : public Lux::zeTDataList<int> {
 ZE_DEFINE_FIELD_SLOT(IntList, _data)
 ZE_IMPLEMENT_CLASS(IntList, Lux::zeDataList, Lux::zeNoLibraryInit, &IntList::bayRegisterInitialize, nullptr)
 
-/// A new list of `T`, held by a smart pointer.
-template <class T>
-Lux::zeSmartPointer<T> make(Lux::zeMemoryPool* pool = nullptr) {
-  return Lux::zeSmartPointer<T>::adopt(static_cast<T*>(T::_instantiateFromPool(pool)));
-}
-
 }  // namespace testlists
