@@ -104,8 +104,8 @@ int main(int argc, char** argv) {
     benchmark::Shutdown();
     const double dispatched = reporter.median(kDispatched), direct = reporter.median(kDirect);
     if (dispatched > 0.0 && direct > 0.0) {
-      std::printf("through intersect / direct call (median CPU time): %.3f (%.3f ns / %.3f ns)\n",
-                  dispatched / direct, dispatched, direct);
+      std::printf("through intersect / direct call (median CPU time): %.3f (%.3f ns / %.3f ns)\n", dispatched / direct,
+                  dispatched, direct);
     }
   }
   BayCore::unregisterAllClasses();

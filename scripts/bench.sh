@@ -1,13 +1,27 @@
 #!/usr/bin/env bash
 # Builds the benchmark programs in build-bench (optimised, no tests) and runs
-# them. Arguments go to every program; without any, each runs ten repetitions
-# and prints the median of each benchmark and the ratio they call for.
+# them. With arguments, they go to every program and the output stays on the
+# console. Without any, each program runs five repetitions and the medians,
+# the target ratios, the machine and a plot go to bench/RESULTS.md.
 set -euo pipefail
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+build="${ZEMATH_BENCH_BUILD:-$root/build-bench}"
 bash "$root/scripts/deps.sh" bench
-cmake -S "$root" -B "$root/build-bench" -DCMAKE_BUILD_TYPE=Release \
+cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release \
   -DZEMATH_BUILD_BENCH=ON -DZEMATH_BUILD_TESTS=OFF -DZEMATH_BUILD_TOOLS=OFF
-cmake --build "$root/build-bench" -j"$(nproc)"
-[ $# -gt 0 ] || set -- --benchmark_repetitions=10 --benchmark_report_aggregates_only=true
-"$root/build-bench/bench/VolumeDispatchBench" "$@"
+cmake --build "$build" -j"$(nproc)"
+programs=(VolumeDispatchBench SkinningBench FrameWorkBench)
+if [ $# -gt 0 ]; then
+  for p in "${programs[@]}"; do "$build/bench/$p" "$@"; done
+  exit 0
+fi
+out="$(mktemp -d)"
+args=(--benchmark_repetitions=5 --benchmark_report_aggregates_only=true --benchmark_min_time=0.1)
+for p in "${programs[@]}"; do
+  "$build/bench/$p" "${args[@]}" --benchmark_out="$out/$p.json" --benchmark_out_format=json
+done
+python3 "$root/scripts/bench_report.py" "$root/bench/RESULTS.md" "scripts/bench.sh (${args[*]})" \
+  "$root/bench/skinning.png" "$out"/*.json
+rm -rf "$out"
+echo "Wrote $root/bench/RESULTS.md"

@@ -16,8 +16,7 @@ class ZEMATH_API zeVectorBlending : public zeObject {
   /// A kernel with the arguments of indexedBlendAligned4Vectors.
   typedef void (*BlendingFunction)(const zeVec4f* source, unsigned int count, const float* weights,
                                    const unsigned char* indices, unsigned int weightsPerVertex,
-                                   const zeMatrix44f* matrices, zeVec3f* destination,
-                                   unsigned int destinationStride);
+                                   const zeMatrix44f* matrices, zeVec3f* destination, unsigned int destinationStride);
 
   /// The weighted kernel; indexedBlendAligned4Vectors once the class has registered.
   static BlendingFunction _vectorBlendingFunction;

@@ -1,5 +1,10 @@
 #include "math/kernels/zeVectorBlendingKernels.h"
 
+#include <cstddef>
+#include <cstdint>
+
+#include "math/kernels/impl/BlendRawPaths.h"
+#include "math/kernels/impl/BlendingPaths.h"
 #include "math/kernels/impl/StridedOutput.h"
 
 namespace Lux {
@@ -23,9 +28,11 @@ inline Point sourcePoint(const zeVec4f& v) { return {v.x, v.y, v.z}; }
 
 }  // namespace
 
-void indexedBlendAligned4Vectors(const zeVec4f* source, unsigned int count, const float* weights,
-                                 const unsigned char* indices, unsigned int weightsPerVertex,
-                                 const zeMatrix44f* matrices, zeVec3f* destination, unsigned int destinationStride) {
+namespace impl {
+
+void blendScalar(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
+                 unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
+                 unsigned int destinationStride) {
   if (count == 0) return;
   impl::StridedOutput out(destination, destinationStride);
   for (unsigned int i = 0; i < count; ++i) {
@@ -47,10 +54,9 @@ void indexedBlendAligned4Vectors(const zeVec4f* source, unsigned int count, cons
   }
 }
 
-void indexedBlendAligned4VectorsOneWeight(const zeVec4f* source, unsigned int count, const float* /*weights*/,
-                                          const unsigned char* indices, unsigned int weightsPerVertex,
-                                          const zeMatrix44f* matrices, zeVec3f* destination,
-                                          unsigned int destinationStride) {
+void blendOneWeightScalar(const zeVec4f* source, unsigned int count, const float* /*weights*/,
+                          const unsigned char* indices, unsigned int weightsPerVertex, const zeMatrix44f* matrices,
+                          zeVec3f* destination, unsigned int destinationStride) {
   if (count == 0) return;
   impl::StridedOutput out(destination, destinationStride);
   for (unsigned int i = 0; i < count; ++i, indices += weightsPerVertex) {
@@ -58,6 +64,112 @@ void indexedBlendAligned4VectorsOneWeight(const zeVec4f* source, unsigned int co
     out.write(q.x, q.y, q.z);
     out.next();
   }
+}
+
+namespace {
+
+// The vector paths take raw memory: zeVec4f and zeMatrix44f are plain floats.
+const float* raw(const zeVec4f* v) { return reinterpret_cast<const float*>(v); }
+const float* raw(const zeMatrix44f* m) { return reinterpret_cast<const float*>(m); }
+unsigned char* raw(zeVec3f* v) { return reinterpret_cast<unsigned char*>(v); }
+
+void blendSse2(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
+               unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
+               unsigned int destinationStride) {
+  blendRawSse2(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination),
+               destinationStride);
+}
+
+void blendOneWeightSse2(const zeVec4f* source, unsigned int count, const float* /*weights*/,
+                        const unsigned char* indices, unsigned int weightsPerVertex, const zeMatrix44f* matrices,
+                        zeVec3f* destination, unsigned int destinationStride) {
+  blendOneWeightRawSse2(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination),
+                        destinationStride);
+}
+
+void blendAvx2(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
+               unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
+               unsigned int destinationStride) {
+  blendRawAvx2(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination),
+               destinationStride);
+}
+
+void blendOneWeightAvx2(const zeVec4f* source, unsigned int count, const float* /*weights*/,
+                        const unsigned char* indices, unsigned int weightsPerVertex, const zeMatrix44f* matrices,
+                        zeVec3f* destination, unsigned int destinationStride) {
+  blendOneWeightRawAvx2(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination),
+                        destinationStride);
+}
+
+const BlendPath* paths() {
+  static const BlendPath table[] = {
+      {"scalar", true, &blendScalar, &blendOneWeightScalar},
+      {"sse2", true, &blendSse2, &blendOneWeightSse2},
+      {"avx2", __builtin_cpu_supports("avx2") != 0, &blendAvx2, &blendOneWeightAvx2},
+  };
+  return table;
+}
+
+constexpr unsigned int kPathCount = 3;
+
+// The vector paths read a block of vertices before writing any of its
+// outputs; the scalar loop reads each vertex just before writing it. When the
+// outputs share bytes with an input the two could differ, so the scalar loop
+// serves that case.
+bool overlaps(const void* a, std::size_t aBytes, const void* b, std::size_t bBytes) {
+  const std::uintptr_t a0 = reinterpret_cast<std::uintptr_t>(a), b0 = reinterpret_cast<std::uintptr_t>(b);
+  return a0 < b0 + bBytes && b0 < a0 + aBytes;
+}
+
+bool outputsOverlapInputs(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
+                          unsigned int weightsPerVertex, const zeVec3f* destination, unsigned int destinationStride) {
+  const std::size_t n = count;
+  const std::size_t outBytes = (n - 1) * destinationStride + sizeof(zeVec3f);
+  const std::size_t influences = n * weightsPerVertex;
+  return overlaps(destination, outBytes, source, n * sizeof(zeVec4f)) ||
+         (weights && overlaps(destination, outBytes, weights, influences * sizeof(float))) ||
+         overlaps(destination, outBytes, indices, influences);
+}
+
+}  // namespace
+
+unsigned int blendPathCount() noexcept { return kPathCount; }
+
+const BlendPath& blendPath(unsigned int i) noexcept { return paths()[i < kPathCount ? i : 0]; }
+
+const BlendPath& selectedBlendPath() noexcept {
+  static const BlendPath* const chosen = [] {
+    const BlendPath* best = paths();
+    for (unsigned int i = 1; i < kPathCount; ++i)
+      if (paths()[i].available) best = paths() + i;
+    return best;
+  }();
+  return *chosen;
+}
+
+}  // namespace impl
+
+// The published kernels choose the widest path the processor runs, once;
+// every path yields the scalar loop's bits.
+void indexedBlendAligned4Vectors(const zeVec4f* source, unsigned int count, const float* weights,
+                                 const unsigned char* indices, unsigned int weightsPerVertex,
+                                 const zeMatrix44f* matrices, zeVec3f* destination, unsigned int destinationStride) {
+  if (count == 0) return;
+  const bool inPlace =
+      impl::outputsOverlapInputs(source, count, weights, indices, weightsPerVertex, destination, destinationStride);
+  const impl::BlendPathFunction f = inPlace ? &impl::blendScalar : impl::selectedBlendPath().weighted;
+  f(source, count, weights, indices, weightsPerVertex, matrices, destination, destinationStride);
+}
+
+void indexedBlendAligned4VectorsOneWeight(const zeVec4f* source, unsigned int count, const float* weights,
+                                          const unsigned char* indices, unsigned int weightsPerVertex,
+                                          const zeMatrix44f* matrices, zeVec3f* destination,
+                                          unsigned int destinationStride) {
+  if (count == 0) return;
+  const bool inPlace =
+      impl::outputsOverlapInputs(source, count, nullptr, indices, weightsPerVertex, destination, destinationStride);
+  const impl::BlendPathFunction f = inPlace ? &impl::blendOneWeightScalar : impl::selectedBlendPath().oneWeight;
+  f(source, count, weights, indices, weightsPerVertex, matrices, destination, destinationStride);
 }
 
 }  // namespace Math

@@ -27,10 +27,10 @@ ZEMATH_API void indexedBlendAligned4Vectors(const zeVec4f* source, unsigned int 
 /// Single-influence skinning: destination = (x, y, z, 1)·matrices[first index
 /// of the vertex], the first index of vertex i being indices[i *
 /// weightsPerVertex]. The weights are not read. Outputs as above.
-ZEMATH_API void indexedBlendAligned4VectorsOneWeight(const zeVec4f* source, unsigned int count,
-                                                     const float* weights, const unsigned char* indices,
-                                                     unsigned int weightsPerVertex, const zeMatrix44f* matrices,
-                                                     zeVec3f* destination, unsigned int destinationStride);
+ZEMATH_API void indexedBlendAligned4VectorsOneWeight(const zeVec4f* source, unsigned int count, const float* weights,
+                                                     const unsigned char* indices, unsigned int weightsPerVertex,
+                                                     const zeMatrix44f* matrices, zeVec3f* destination,
+                                                     unsigned int destinationStride);
 
 }  // namespace Math
 }  // namespace Lux

@@ -11,9 +11,8 @@ namespace Math {
 /// target order. Every weight is applied, zero and negative ones too. Base and
 /// targets are tightly packed; outputs are `destinationStride` bytes apart and
 /// the bytes between them are not touched. The destination may be the base.
-ZEMATH_API void morphNonAligned(const zeVec3f* base, const zeVec3f** targets, const float* weights,
-                                unsigned int count, unsigned int targetCount, zeVec3f* destination,
-                                unsigned int destinationStride);
+ZEMATH_API void morphNonAligned(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+                                unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride);
 
 }  // namespace Math
 }  // namespace Lux

@@ -1,0 +1,119 @@
+#!/usr/bin/env python3
+"""Turns the JSON of the benchmark programs into bench/RESULTS.md: the
+machine, the command, a table of medians, the ratios the targets call for,
+and a gnuplot PNG of the skinning throughputs when gnuplot is there."""
+import json
+import os
+import platform
+import shutil
+import subprocess
+import sys
+import tempfile
+
+
+def medians(paths):
+    out = {}
+    for path in paths:
+        with open(path) as f:
+            data = json.load(f)
+        for b in data["benchmarks"]:
+            if b.get("aggregate_name") == "median":
+                out[b["run_name"]] = b
+    return out
+
+
+def cpu_flags():
+    try:
+        with open("/proc/cpuinfo") as f:
+            flags = next(line for line in f if line.startswith("flags")).split()
+        return ", ".join(x for x in ("sse2", "avx2", "avx512f") if x in flags)
+    except (OSError, StopIteration):
+        return "unknown"
+
+
+def load():
+    try:
+        with open("/proc/loadavg") as f:
+            return f.read().split()[0]
+    except OSError:
+        return "unknown"
+
+
+def cpu_model():
+    try:
+        with open("/proc/cpuinfo") as f:
+            for line in f:
+                if line.startswith("model name"):
+                    return line.split(":", 1)[1].strip()
+    except OSError:
+        pass
+    return platform.processor()
+
+
+def main():
+    results, command, plot = sys.argv[1], sys.argv[2], sys.argv[3]
+    m = medians(sys.argv[4:])
+
+    def t(name, wall=False):  # median CPU time in ns, or wall time
+        b = m.get(name)
+        if not b:
+            return None
+        return b["real_time"] if wall else b["cpu_time"]
+
+    lines = ["# Benchmark results", "",
+             f"Machine: {cpu_model()}, {subprocess.run(['nproc'], capture_output=True, text=True).stdout.strip()}"
+             f" logical cores ({cpu_flags()}), {platform.system()} {platform.release()};"
+             f" load average {load()} when the report was written.", "",
+             f"Command: `{command}`", "",
+             "Medians of the repetitions; ratios use CPU time (wall time for the two-thread row), and "
+             "are times of the baseline over times of the subject (above 1 means faster).", "", "## Targets", "",
+             "| Target | Measured | Goal |", "|---|---|---|"]
+
+    def ratio(a, b, wall=False):
+        return f"{t(a, wall) / t(b, wall):.2f}x" if t(a, wall) and t(b, wall) else "n/a"
+
+    big = "4/1000000/12"
+    lines.append(f"| Skinning 4 influences 1M: published vs scalar | {ratio('Skin/Scalar/' + big, 'Skin/Published/' + big)} | >= 3x |")
+    lines.append(f"| Skinning vs GLM loop | {ratio('Skin/GLM/' + big, 'Skin/Published/' + big)} | >= 2x |")
+    lines.append(f"| Skinning vs Eigen loop | {ratio('Skin/Eigen/' + big, 'Skin/Published/' + big)} | >= 2x |")
+    lines.append(f"| Skinning on two threads vs one (wall time) | "
+                 f"{ratio('Skin/Published/' + big, 'Skin/PublishedTwoThreads/' + big + '/real_time/threads:2', True)} | reported |")
+    for n in ("1", "8"):
+        lines.append(f"| Morphing {n} target(s): bandwidth vs streaming loop | "
+                     f"{ratio('Morph/Streaming/' + n, 'Morph/Published/' + n)} | >= 0.8 (for 8) |")
+    lines.append(f"| 4x4 float product vs GLM | {ratio('Product/GLM', 'Product/Float')} | >= 1 |")
+    lines.append(f"| 4x4 float product vs Eigen | {ratio('Product/Eigen', 'Product/Float')} | >= 1 |")
+    lines.append(f"| Dispatch through the tables vs direct call | "
+                 f"{ratio('BoxSphere/DirectCall', 'BoxSphere/ThroughIntersect')} | >= 0.67 (at most 1.5x the time) |")
+    lines += ["", "## All medians", "", "| Benchmark | Time (ns) | CPU (ns) | Items/s |", "|---|---|---|---|"]
+    for name, b in m.items():
+        ips = b.get("items_per_second")
+        lines.append(f"| {name} | {b['real_time']:.0f} | {b['cpu_time']:.0f} | {ips / 1e6:.1f}M |" if ips
+                     else f"| {name} | {b['real_time']:.1f} | {b['cpu_time']:.1f} | |")
+
+    if shutil.which("gnuplot"):
+        variants = ["Scalar", "sse2", "avx2", "Published", "GLM", "Eigen"]
+        rows = []
+        for k in range(1, 5):
+            row = [str(k)]
+            for v in variants:
+                b = m.get(f"Skin/{v}/{k}/1000000/12")
+                row.append(f"{b['items_per_second'] / 1e6:.2f}" if b and b.get("items_per_second") else "0")
+            rows.append(" ".join(row))
+        data = os.path.join(tempfile.mkdtemp(), "skinning.dat")
+        with open(data, "w") as f:
+            f.write("\n".join(rows) + "\n")
+        script = (f"set terminal png size 900,500; set output '{plot}';"
+                  "set title 'Skinning, 1M vertices, stride 12'; set xlabel 'influences';"
+                  "set ylabel 'million vertices per second'; set style data histograms;"
+                  "set style fill solid; set key outside;"
+                  + "plot " + ", ".join(f"'{data}' using {i + 2}:xtic(1) title '{v}'" for i, v in enumerate(variants)))
+        subprocess.run(["gnuplot", "-e", script], check=False)
+        lines += ["", f"![Skinning throughput]({plot.split('/')[-1]})"]
+
+    with open(results, "w") as f:
+        f.write("\n".join(lines) + "\n")
+
+
+if __name__ == "__main__":
+    main()
