@@ -19,3 +19,12 @@ if(ZEMATH_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
   target_link_options(zemath_flags INTERFACE -fsanitize=address,undefined)
 endif()
+
+if(ZEMATH_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "ZEMATH_FUZZ needs clang (configure with CXX=clang++-14)")
+  endif()
+  target_compile_options(zemath_flags INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
+  target_link_options(zemath_flags INTERFACE -fsanitize=address,undefined)
+endif()
