@@ -83,6 +83,7 @@ void* zeRetrieveVTablePointer() {
 /// The slot through which the descriptor of reflected field NAME is
 /// published (NAME `_num` gives `k_num`).
 #define ZE_DECLARE_FIELD_SLOT(API, NAME) API static ::Lux::zeMetaField* k##NAME;
+/// Definition of the slot of reflected field NAME of class C.
 #define ZE_DEFINE_FIELD_SLOT(C, NAME) ::Lux::zeMetaField* C::k##NAME = nullptr;
 
 /// Definitions of C's registration statics. INITIALIZE and USER are

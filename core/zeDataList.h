@@ -27,11 +27,12 @@ class LUXCORE_API zeDataList : public zeObject {
   int getCapacity() const { return _capacity; }
   /// The element storage; null while the capacity is 0.
   void* getData() { return _data; }
-  const void* getData() const { return _data; }
+  const void* getData() const { return _data; }  ///< The element storage, read-only.
   /// Element `i` of `elementSize` bytes; not checked against the count.
   void* getElementMemory(int i, unsigned int elementSize) {
     return static_cast<char*>(_data) + static_cast<unsigned long>(i) * elementSize;
   }
+  /// Element `i` of `elementSize` bytes, read-only; not checked against the count.
   const void* getElementMemory(int i, unsigned int elementSize) const {
     return static_cast<const char*>(_data) + static_cast<unsigned long>(i) * elementSize;
   }
@@ -52,9 +53,9 @@ class LUXCORE_API zeDataList : public zeObject {
   static void bayRegisterInitialize();
 
   // The storage header, in this order (change it through the members above).
-  int _count;
-  int _capacity;
-  void* _data;
+  int _count;     ///< Number of elements in use.
+  int _capacity;  ///< Number of elements the storage holds.
+  void* _data;    ///< The element storage, or null.
 };
 
 }  // namespace Lux

@@ -70,8 +70,7 @@ class LUXCORE_API zeElementArrayMetaField : public zeMetaField {
   int writeRawFieldMemory(const void* source, void* destination, const zeDirectory* directory,
                           bool swap) const override;
   /// Replaces the elements by the stored ones; the bytes read, or -1 (the list is then empty).
-  int readRawFieldMemory(void* destination, const void* source, const zeDirectory* directory,
-                         bool swap) const override;
+  int readRawFieldMemory(void* destination, const void* source, const zeDirectory* directory, bool swap) const override;
   /// Swaps the byte order of every element of the list whose header is at `memory`.
   void endianSwapMemory(void* memory, int count) const override;
   /// Parses elements one after the other up to the end of the text and

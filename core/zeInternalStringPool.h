@@ -23,6 +23,7 @@ class LUXCORE_API zeInternalStringPool {
 
   /// Pool memory comes from the C heap; null when memory runs out.
   static void* operator new(std::size_t size) noexcept;
+  /// Gives pool memory back to the C heap.
   static void operator delete(void* memory) noexcept;
 
   /// The default pool, created on first use; null when memory runs out.

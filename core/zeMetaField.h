@@ -173,12 +173,17 @@ class LUXCORE_API zeMetaField : public zeObject {
   zeMetaObject* getOwnerClass() const { return _ownerClass; }
   /// Sets the class whose instances hold the field.
   void setOwnerClass(zeMetaObject* owner) { _ownerClass = owner; }
-  /// Reset, copy and compare methods.
+  /// How the field is reset.
   ResetMethod getResetMethod() const { return static_cast<ResetMethod>(_resetMethod); }
+  /// How the field is copied.
   FieldCopyMethod getCopyMethod() const { return static_cast<FieldCopyMethod>(_copyMethod); }
+  /// How the field is compared.
   CompareMethod getCompareMethod() const { return static_cast<CompareMethod>(_compareMethod); }
+  /// Sets how the field is reset.
   void setResetMethod(ResetMethod method) { _resetMethod = method; }
+  /// Sets how the field is copied.
   void setCopyMethod(FieldCopyMethod method) { _copyMethod = method; }
+  /// Sets how the field is compared.
   void setCompareMethod(CompareMethod method) { _compareMethod = method; }
 
   /// Resets the field of `object` by the reset method.
@@ -199,6 +204,7 @@ class LUXCORE_API zeMetaField : public zeObject {
 
   /// The field's memory inside `object`.
   void* fieldMemory(zeObject* object) const { return reinterpret_cast<char*>(object) + _offset; }
+  /// The field's memory inside `object`, read-only.
   const void* fieldMemory(const zeObject* object) const { return reinterpret_cast<const char*>(object) + _offset; }
 
   void userCopyDeep(const zeObject* source) override;

@@ -65,8 +65,7 @@ bool zeObject::isAlikeTo(const zeObject* other, CopyMethod method) const {
   if (!other || !_meta || other->_meta != _meta) return false;
   for (int i = 0; i < _meta->getMetaFieldCount(); ++i) {
     const zeMetaField* field = _meta->getIndexedMetaField(i);
-    const bool alike =
-        method == kCopyDeep ? field->isAlike(this, other) : field->isAlikeCompareShallow(this, other);
+    const bool alike = method == kCopyDeep ? field->isAlike(this, other) : field->isAlikeCompareShallow(this, other);
     if (!alike) return false;
   }
   return method == kCopyDeep ? userIsAlikeDeep(other) : userIsAlikeShallow(other);

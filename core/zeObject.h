@@ -168,12 +168,19 @@ class LUXCORE_API zeObject {
   static void operator delete(void* memory, unsigned long tag) noexcept;
 
   // Registration statics of the root class (see zeClassRegistration.h).
+  /// The class descriptor, or null while unregistered.
   static zeMetaObject* _Meta;
+  /// Registers the class (once).
   static void bayRegister();
+  /// The registration step itself, as zeBayRegister runs it.
   static zeSmartPointer<__internalObjectList> bayRegisterInternal();
+  /// The virtual table pointer of an instance of the class.
   static void* retrieveVTablePointer();
+  /// The class descriptor, or null while unregistered.
   static zeMetaObject* getClassMeta();
+  /// The class descriptor, registering the class when it is missing.
   static zeMetaObject* getClassMetaSafe();
+  /// A new instance from `pool` (the default pool when null).
   static zeObject* _instantiateFromPool(zeMemoryPool* pool);
 
  private:

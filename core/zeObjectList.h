@@ -25,7 +25,7 @@ class LUXCORE_API zeObjectList : public zeTDataList<zeObject*> {
   int setCount(int count);
   /// Element `i`, or null out of range.
   zeObject* get(int i) const { return i >= 0 && i < _count ? data()[i] : nullptr; }
-  zeObject* operator[](int i) const { return get(i); }
+  zeObject* operator[](int i) const { return get(i); }  ///< Element `i`, or null out of range.
   /// Stores `object` (or null) in element `i`; kFailure out of range.
   int set(int i, zeObject* object);
   /// Appends `object` (or null); kFailure when memory runs out.

@@ -67,7 +67,8 @@ unsigned int checkedLength(const zeMetaObject* meta, const unsigned char* record
   const std::uint32_t recordLength = zeObjectRecord::getWord(record + 12, swap);
   if (recordLength < zeObjectRecord::kHeaderBytes || recordLength > length) return 0;
   const unsigned int body = recordLength - zeObjectRecord::kHeaderBytes;
-  if (zeObjectRecord::getWord(record + 16, swap) != zeObjectRecord::hashOf(record + zeObjectRecord::kHeaderBytes, body)) {
+  if (zeObjectRecord::getWord(record + 16, swap) !=
+      zeObjectRecord::hashOf(record + zeObjectRecord::kHeaderBytes, body)) {
     return 0;
   }
   return recordLength;

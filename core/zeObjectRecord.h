@@ -45,8 +45,8 @@ class zeObjectRecord {
   /// Sets `size` to the bytes that the stored form of `field` of `object`
   /// takes at `stored`: its I/O size, or for a field of variable I/O size the
   /// length in its first word. False when that does not fit in `remaining`.
-  static bool storedSizeOf(const zeMetaField* field, const zeObject* object, const void* stored,
-                           unsigned int remaining, bool swap, unsigned int& size);
+  static bool storedSizeOf(const zeMetaField* field, const zeObject* object, const void* stored, unsigned int remaining,
+                           bool swap, unsigned int& size);
 
   /// Stores `value` at `at`, byte-swapped when `swap`.
   static void putWord(void* at, std::uint32_t value, bool swap);

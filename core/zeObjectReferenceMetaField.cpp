@@ -72,7 +72,9 @@ void zeObjectReferenceMetaField::resetByValue(zeObject* object) {
   adopt(fieldMemory(object), original ? original->createCopy(kCopyDeep) : nullptr);
 }
 
-void zeObjectReferenceMetaField::resetByReference(zeObject* object) { setReferenced(fieldMemory(object), getDefault()); }
+void zeObjectReferenceMetaField::resetByReference(zeObject* object) {
+  setReferenced(fieldMemory(object), getDefault());
+}
 
 void zeObjectReferenceMetaField::destruct(zeObject* object) { adopt(fieldMemory(object), nullptr); }
 
@@ -160,7 +162,8 @@ int zeObjectReferenceMetaField::readRawFieldMemory(void* destination, const void
   // The nested record must fill the rest exactly.
   const unsigned int nested = 8 + nameLength;
   const unsigned int recordBytes = bytes - nested;
-  if (recordBytes < zeObjectRecord::kHeaderBytes || zeObjectRecord::getWord(stored + nested + 12, swap) != recordBytes) {
+  if (recordBytes < zeObjectRecord::kHeaderBytes ||
+      zeObjectRecord::getWord(stored + nested + 12, swap) != recordBytes) {
     return -1;
   }
   zeObject* object = meta->createInstance();

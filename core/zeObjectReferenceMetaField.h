@@ -69,8 +69,7 @@ class LUXCORE_API zeObjectReferenceMetaField : public zeMetaField {
                           bool swap) const override;
   /// Makes a new object of the stored class from its record and holds it;
   /// the bytes read, or -1 for an unknown or unfit class or a refused record.
-  int readRawFieldMemory(void* destination, const void* source, const zeDirectory* directory,
-                         bool swap) const override;
+  int readRawFieldMemory(void* destination, const void* source, const zeDirectory* directory, bool swap) const override;
   /// The class name of the held object, or "null", as pooled text.
   const char* getStringFromMemory(const void* memory, const zeDirectory* directory) override;
 

@@ -17,8 +17,10 @@ class zeSmartPointer {
     if (_object) _object->addReference();
   }
 
+  /// Holds what `other` holds, one more reference.
   zeSmartPointer(const zeSmartPointer& other) : zeSmartPointer(other._object) {}
 
+  /// Holds what a pointer of a derived class holds, one more reference.
   template <class U>
   zeSmartPointer(const zeSmartPointer<U>& other) : zeSmartPointer(other.get()) {}
 
@@ -45,8 +47,10 @@ class zeSmartPointer {
     return *this;
   }
 
+  /// Holds what `other` holds, releasing the previous object.
   zeSmartPointer& operator=(const zeSmartPointer& other) { return *this = other._object; }
 
+  /// Takes over the reference of `other`, releasing the previous object.
   zeSmartPointer& operator=(zeSmartPointer&& other) noexcept {
     if (this != &other) {
       T* old = _object;
@@ -66,11 +70,13 @@ class zeSmartPointer {
 
   /// The held object, or null.
   T* get() const { return _object; }
-  T* operator->() const { return _object; }
-  T& operator*() const { return *_object; }
-  explicit operator bool() const { return _object != nullptr; }
+  T* operator->() const { return _object; }                      ///< The held object's members.
+  T& operator*() const { return *_object; }                      ///< The held object; must not be null.
+  explicit operator bool() const { return _object != nullptr; }  ///< Whether an object is held.
 
+  /// Whether both hold the same object.
   friend bool operator==(const zeSmartPointer& a, const zeSmartPointer& b) { return a._object == b._object; }
+  /// Whether they hold different objects.
   friend bool operator!=(const zeSmartPointer& a, const zeSmartPointer& b) { return a._object != b._object; }
 
  private:

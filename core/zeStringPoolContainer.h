@@ -12,9 +12,9 @@ class zeStringPoolContainer;
 /// Header in front of every pooled text: the owning container, then the
 /// 32-bit reference count. The text follows the header directly.
 struct zeStringPoolItem {
-  zeStringPoolContainer* _container;
-  unsigned int _count;
-  unsigned int _hash;
+  zeStringPoolContainer* _container;  ///< The container the text lives in.
+  unsigned int _count;                ///< References to the text.
+  unsigned int _hash;                 ///< Hash of the text.
 
   /// The pooled text behind the header.
   char* text() { return reinterpret_cast<char*>(this + 1); }

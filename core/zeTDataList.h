@@ -11,7 +11,7 @@ class LUXCORE_API zeTDataList : public zeTDataNoOperatorList<T> {
  public:
   /// Element `i`; not checked against the count.
   T& operator[](int i) { return this->data()[i]; }
-  const T& operator[](int i) const { return this->data()[i]; }
+  const T& operator[](int i) const { return this->data()[i]; }  ///< Element `i`, read-only.
 
   /// Appends a copy of `value` (which may be an element of this list);
   /// kSuccess, or kFailure when memory runs out.

@@ -23,7 +23,7 @@ class LUXCORE_API zeTDataNoOperatorList : public zeDataList {
 
   /// The elements.
   T* data() { return static_cast<T*>(_data); }
-  const T* data() const { return static_cast<const T*>(_data); }
+  const T* data() const { return static_cast<const T*>(_data); }  ///< The elements, read-only.
 
   /// Sets the count (see resizeAndSetCount()).
   int resize(int count) { return resizeAndSetCount(count, sizeof(T)); }

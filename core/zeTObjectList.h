@@ -14,7 +14,7 @@ class LUXCORE_API zeTObjectList : public zeObjectList {
 
   /// Element `i`, or null out of range.
   T* get(int i) const { return static_cast<T*>(zeObjectList::get(i)); }
-  T* operator[](int i) const { return get(i); }
+  T* operator[](int i) const { return get(i); }  ///< Element `i`, or null out of range.
   /// Stores `object` (or null) in element `i`; kFailure out of range.
   int set(int i, T* object) { return zeObjectList::set(i, object); }
   /// Appends `object` (or null); kFailure when memory runs out.

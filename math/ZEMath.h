@@ -71,6 +71,7 @@
 #include "math/volumes/zeVolumeList.h"
 #include "math/zeMathEnums.h"
 #include "math/zeMathThreshold.h"
+#include "math/zeMathVersion.h"
 #include "math/zeMatrix44d.h"
 #include "math/zeMatrix44f.h"
 #include "math/zeMultiplyAligned.h"

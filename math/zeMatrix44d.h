@@ -3,12 +3,12 @@
 #include "math/ZEMathExport.h"
 #include "math/impl/Matrix44Construction.h"
 #include "math/impl/Matrix44Decomposition.h"
+#include "math/impl/Matrix44Inversion.h"
 #include "math/impl/Matrix44Ops.h"
 #include "math/impl/Matrix44Projection.h"
 #include "math/impl/Matrix44QuaternionOps.h"
 #include "math/zeVec3d.h"
 #include "math/zeVec4d.h"
-#include "math/impl/Matrix44Inversion.h"
 
 namespace Lux {
 namespace Math {
@@ -19,20 +19,20 @@ class zeQuaterniond;
 /// Double-precision 4x4 transform, the twin of zeMatrix44f: same layout and
 /// conventions, with the differences marked below.
 class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d>,
-                                public impl::Matrix44Inversion<zeMatrix44d, double, zeVec3d, zeVec4d>,
-                                public impl::Matrix44Construction<zeMatrix44d, double, zeVec3d, zeVec4d>,
-                                public impl::Matrix44Decomposition<zeMatrix44d, double, zeVec3d, zeVec4d>,
-                                public impl::Matrix44Projection<zeMatrix44d, double, zeVec3d, zeVec4d>,
-                                public impl::Matrix44QuaternionOps<zeMatrix44d, double, zeQuaterniond> {
+                               public impl::Matrix44Inversion<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                               public impl::Matrix44Construction<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                               public impl::Matrix44Decomposition<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                               public impl::Matrix44Projection<zeMatrix44d, double, zeVec3d, zeVec4d>,
+                               public impl::Matrix44QuaternionOps<zeMatrix44d, double, zeQuaterniond> {
   using Ops = impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d>;
 
  public:
   zeMatrix44d() = default;
-  zeMatrix44d(const zeMatrix44d&) = default;
+  zeMatrix44d(const zeMatrix44d&) = default;  ///< Copies all sixteen elements.
   /// The matrix with elements m0..m15 in storage order.
-  constexpr zeMatrix44d(double m0, double m1, double m2, double m3, double m4, double m5, double m6,
-                        double m7, double m8, double m9, double m10, double m11, double m12,
-                        double m13, double m14, double m15) noexcept
+  constexpr zeMatrix44d(double m0, double m1, double m2, double m3, double m4, double m5, double m6, double m7,
+                        double m8, double m9, double m10, double m11, double m12, double m13, double m14,
+                        double m15) noexcept
       : elements_{m0, m1, m2, m3, m4, m5, m6, m7, m8, m9, m10, m11, m12, m13, m14, m15} {}
 
   /// Copies m with copyMatrix; assigning a matrix to itself does nothing.
@@ -56,13 +56,21 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
   // The double class's four array transforms deliberately carry no const
   // qualifier (the float twin's do); they still leave the matrix unchanged.
   /// dst[i] = src[i] transformed as a direction by the 3x3 block; src may be dst.
-  void transformVectors(zeVec3d* src, zeVec3d* dst, unsigned int count) noexcept { Ops::transformVectors(src, dst, count); }
+  void transformVectors(zeVec3d* src, zeVec3d* dst, unsigned int count) noexcept {
+    Ops::transformVectors(src, dst, count);
+  }
   /// dst[i] = src[i] transformed as a point with the projective divide; src may be dst.
-  void transformPoints(zeVec3d* src, zeVec3d* dst, unsigned int count) noexcept { Ops::transformPoints(src, dst, count); }
+  void transformPoints(zeVec3d* src, zeVec3d* dst, unsigned int count) noexcept {
+    Ops::transformPoints(src, dst, count);
+  }
   /// dst[i] = x, y, z of src[i] by the 3x3 block, w copied; src may be dst.
-  void transformVectors(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept { Ops::transformVectors(src, dst, count); }
+  void transformVectors(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept {
+    Ops::transformVectors(src, dst, count);
+  }
   /// dst[i] = src[i] times this matrix in full, no divide; src may be dst.
-  void transformPoints(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept { Ops::transformPoints(src, dst, count); }
+  void transformPoints(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept {
+    Ops::transformPoints(src, dst, count);
+  }
 
   /// Splits m into the twelve ZE_MATH_MATRIX_DECOMPOSITION parts (translation,
   /// Euler angles in radians, scale, shear), all taken from m divided by its

@@ -62,20 +62,15 @@ void zeMatrix44f::makeRotation(const zeVec3f& from, const zeVec3f& to) noexcept 
   n.normalize();
   zeVec3f b;
   b.cross(n, from);
-  const zeMatrix44f frame(from.x, from.y, from.z, 0.0f,
-                          b.x, b.y, b.z, 0.0f,
-                          n.x, n.y, n.z, 0.0f,
-                          0.0f, 0.0f, 0.0f, 1.0f);
+  const zeMatrix44f frame(from.x, from.y, from.z, 0.0f, b.x, b.y, b.z, 0.0f, n.x, n.y, n.z, 0.0f, 0.0f, 0.0f, 0.0f,
+                          1.0f);
   zeMatrix44f frameT;
   frameT.transpose(frame);
   zeVec3f local;  // to in the frame: (p, q, r)
   local.transformVector(to, frameT);
   const float p = local.x, q = local.y, r = local.z;
   // r lands in both m02 and m12 as the steps have it; it is 0 for exact input.
-  const zeMatrix44f turn(p, q, r, 0.0f,
-                         -q, p, r, 0.0f,
-                         0.0f, 0.0f, 1.0f, 0.0f,
-                         0.0f, 0.0f, 0.0f, 1.0f);
+  const zeMatrix44f turn(p, q, r, 0.0f, -q, p, r, 0.0f, 0.0f, 0.0f, 1.0f, 0.0f, 0.0f, 0.0f, 0.0f, 1.0f);
   matrixMultiply(this, &frameT, &turn);
   matrixMultiply(this, this, &frame);
 }

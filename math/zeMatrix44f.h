@@ -5,12 +5,12 @@
 #include "math/ZEMathExport.h"
 #include "math/impl/Matrix44Construction.h"
 #include "math/impl/Matrix44Decomposition.h"
+#include "math/impl/Matrix44Inversion.h"
 #include "math/impl/Matrix44Ops.h"
 #include "math/impl/Matrix44Projection.h"
 #include "math/impl/Matrix44QuaternionOps.h"
 #include "math/zeVec3f.h"
 #include "math/zeVec4f.h"
-#include "math/impl/Matrix44Inversion.h"
 
 namespace Lux {
 namespace Math {
@@ -22,17 +22,16 @@ class zeQuaternionf;
 /// rows 0-2 are the images of the axes, row 3 the translation (12, 13, 14),
 /// element 15 the homogeneous scale.
 class ZEMATH_API zeMatrix44f : public impl::Matrix44Ops<zeMatrix44f, float, zeVec3f, zeVec4f>,
-                              public impl::Matrix44Inversion<zeMatrix44f, float, zeVec3f, zeVec4f>,
-                              public impl::Matrix44Construction<zeMatrix44f, float, zeVec3f, zeVec4f>,
-                              public impl::Matrix44Decomposition<zeMatrix44f, float, zeVec3f, zeVec4f>,
-                              public impl::Matrix44Projection<zeMatrix44f, float, zeVec3f, zeVec4f>,
-                              public impl::Matrix44QuaternionOps<zeMatrix44f, float, zeQuaternionf> {
+                               public impl::Matrix44Inversion<zeMatrix44f, float, zeVec3f, zeVec4f>,
+                               public impl::Matrix44Construction<zeMatrix44f, float, zeVec3f, zeVec4f>,
+                               public impl::Matrix44Decomposition<zeMatrix44f, float, zeVec3f, zeVec4f>,
+                               public impl::Matrix44Projection<zeMatrix44f, float, zeVec3f, zeVec4f>,
+                               public impl::Matrix44QuaternionOps<zeMatrix44f, float, zeQuaternionf> {
  public:
   zeMatrix44f() = default;
   /// The matrix with elements m0..m15 in storage order.
-  constexpr zeMatrix44f(float m0, float m1, float m2, float m3, float m4, float m5, float m6, float m7,
-                        float m8, float m9, float m10, float m11, float m12, float m13, float m14,
-                        float m15) noexcept
+  constexpr zeMatrix44f(float m0, float m1, float m2, float m3, float m4, float m5, float m6, float m7, float m8,
+                        float m9, float m10, float m11, float m12, float m13, float m14, float m15) noexcept
       : elements_{m0, m1, m2, m3, m4, m5, m6, m7, m8, m9, m10, m11, m12, m13, m14, m15} {}
 
   /// *dst = a·b (a applied first). dst may be a or b or both. The float class
@@ -44,9 +43,7 @@ class ZEMATH_API zeMatrix44f : public impl::Matrix44Ops<zeMatrix44f, float, zeVe
   /// this = m⁻¹ (adjoint times 1/determinant); m may be this matrix. Returns
   /// kFailure with this untouched when |determinant| is below the smallest
   /// normal float. The double twin refuses far larger determinants on purpose.
-  int invert(const zeMatrix44f& m) noexcept {
-    return invertAboveThreshold(m, std::numeric_limits<float>::min());
-  }
+  int invert(const zeMatrix44f& m) noexcept { return invertAboveThreshold(m, std::numeric_limits<float>::min()); }
 
   /// setQuaternion(q), then m3, m7, m11 copied from zeVec3f::ZeroVector and
   /// row 3 from zeVec4f::TVector, as those constants hold at the call. (The

@@ -25,9 +25,7 @@ void zeQuaterniond::setRotationRadians(double rx, double ry, double rz) noexcept
   const double cx = std::cos(a), sx = std::sin(a);
   const double cy = std::cos(b), sy = std::sin(b);
   const double cz = std::cos(c), sz = std::sin(c);
-  set(sx * cy * cz - cx * sy * sz,
-      cx * sy * cz + sx * cy * sz,
-      cx * cy * sz + sx * sy * cz,
+  set(sx * cy * cz - cx * sy * sz, cx * sy * cz + sx * cy * sz, cx * cy * sz + sx * sy * cz,
       cx * cy * cz - sx * sy * sz);
 }
 

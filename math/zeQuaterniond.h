@@ -11,7 +11,9 @@ namespace Math {
 /// the vector part, w the scalar part, with the differences marked below.
 class ZEMATH_API zeQuaterniond : public impl::QuaternionOps<zeQuaterniond, double, zeMatrix44d> {
  public:
+  ///@{ The components.
   double x, y, z, w;
+  ///@}
 
   zeQuaterniond() = default;
   /// The quaternion (x, y, z, w).
@@ -24,10 +26,8 @@ class ZEMATH_API zeQuaterniond : public impl::QuaternionOps<zeQuaterniond, doubl
   /// the float twin.
   void multiply(const zeQuaterniond& a, const zeQuaterniond& b) noexcept {
     const Products p(a, b);
-    set(p.p1 - 0.5 * (p.p5 + p.p6 + p.p7 + p.p8),
-        0.5 * (p.p5 - p.p6 + p.p7 - p.p8) - p.p3,
-        0.5 * (p.p5 - p.p6 - p.p7 + p.p8) - p.p4,
-        p.p2 + 0.5 * (p.p7 + p.p8 - p.p5 - p.p6));
+    set(p.p1 - 0.5 * (p.p5 + p.p6 + p.p7 + p.p8), 0.5 * (p.p5 - p.p6 + p.p7 - p.p8) - p.p3,
+        0.5 * (p.p5 - p.p6 - p.p7 + p.p8) - p.p4, p.p2 + 0.5 * (p.p7 + p.p8 - p.p5 - p.p6));
   }
 
   /// Writes the whole rotation matrix into m. Unlike the float twin, the

@@ -13,7 +13,9 @@ namespace Math {
 /// part. There is no identity constant: (0, 0, 0, 1) is the identity rotation.
 class ZEMATH_API zeQuaternionf : public impl::QuaternionOps<zeQuaternionf, float, zeMatrix44f> {
  public:
+  ///@{ The components.
   float x, y, z, w;
+  ///@}
 
   zeQuaternionf() = default;
   /// The quaternion (x, y, z, w).

@@ -9,7 +9,9 @@ namespace Math {
 /// Two-component double-precision vector (x, y): texture coordinates, 2D points.
 class ZEMATH_API zeVec2d : public impl::VecOps<zeVec2d, double, 2> {
  public:
+  ///@{ The components.
   double x, y;
+  ///@}
 
   zeVec2d() = default;
   /// The vector (x, y).

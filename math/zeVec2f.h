@@ -9,7 +9,9 @@ namespace Math {
 /// Two-component single-precision vector (x, y): texture coordinates, 2D points.
 class ZEMATH_API zeVec2f : public impl::VecOps<zeVec2f, float, 2> {
  public:
+  ///@{ The components.
   float x, y;
+  ///@}
 
   zeVec2f() = default;
   /// The vector (x, y).

@@ -11,9 +11,11 @@ class zeMatrix44d;
 
 /// Three-component double-precision vector (x, y, z).
 class ZEMATH_API zeVec3d : public impl::Vec3Ops<zeVec3d, double, zeMatrix44d>,
-                            public impl::Colour3Ops<zeVec3d, double> {
+                           public impl::Colour3Ops<zeVec3d, double> {
  public:
+  ///@{ The components.
   double x, y, z;
+  ///@}
 
   zeVec3d() = default;
   /// The vector (x, y, z).

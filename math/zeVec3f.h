@@ -10,10 +10,11 @@ namespace Math {
 class zeMatrix44f;
 
 /// Three-component single-precision vector (x, y, z): positions, directions, normals.
-class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f>,
-                            public impl::Colour3Ops<zeVec3f, float> {
+class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f>, public impl::Colour3Ops<zeVec3f, float> {
  public:
+  ///@{ The components.
   float x, y, z;
+  ///@}
 
   zeVec3f() = default;
   /// The vector (x, y, z).

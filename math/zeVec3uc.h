@@ -10,7 +10,9 @@ namespace Math {
 /// Three-channel byte colour (r, g, b).
 class ZEMATH_API zeVec3uc : public impl::VecAccess<zeVec3uc, unsigned char, 3> {
  public:
+  ///@{ The channels.
   unsigned char r, g, b;
+  ///@}
 
   zeVec3uc() = default;
   /// The colour (r, g, b).

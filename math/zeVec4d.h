@@ -11,9 +11,11 @@ class zeMatrix44d;
 
 /// Four-component double-precision vector (x, y, z, w).
 class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d>,
-                            public impl::Colour4Ops<zeVec4d, double> {
+                           public impl::Colour4Ops<zeVec4d, double> {
  public:
+  ///@{ The components.
   double x, y, z, w;
+  ///@}
 
   zeVec4d() = default;
   /// The vector (x, y, z, w).

@@ -12,10 +12,11 @@ class zeMatrix44f;
 
 /// Four-component single-precision vector (x, y, z, w); w is the homogeneous
 /// coordinate, 1 for a point and 0 for a direction.
-class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f>,
-                            public impl::Colour4Ops<zeVec4f, float> {
+class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f>, public impl::Colour4Ops<zeVec4f, float> {
  public:
+  ///@{ The components.
   float x, y, z, w;
+  ///@}
 
   zeVec4f() = default;
   /// The vector (x, y, z, w).

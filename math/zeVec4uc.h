@@ -10,7 +10,9 @@ namespace Math {
 /// Four-channel byte colour (r, g, b, a).
 class ZEMATH_API zeVec4uc : public impl::VecAccess<zeVec4uc, unsigned char, 4> {
  public:
+  ///@{ The channels.
   unsigned char r, g, b, a;
+  ///@}
 
   zeVec4uc() = default;
   /// The colour (r, g, b, a).

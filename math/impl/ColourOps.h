@@ -31,13 +31,20 @@ inline bool isPackedLayout(ZE_MATH_COLORSPACE_FORMAT f) noexcept {
 /// numbers that are no layout. The three-byte layouts drop alpha.
 inline unsigned int packBytes(ZE_MATH_COLORSPACE_FORMAT f, ColourBytes c) noexcept {
   switch (f) {
-    case ZE_MATH_COLORSPACE_FORMAT_ABGR: return c.r << 24 | c.g << 16 | c.b << 8 | c.a;
-    case ZE_MATH_COLORSPACE_FORMAT_RGBA: return c.a << 24 | c.b << 16 | c.g << 8 | c.r;
-    case ZE_MATH_COLORSPACE_FORMAT_ARGB: return c.b << 24 | c.g << 16 | c.r << 8 | c.a;
-    case ZE_MATH_COLORSPACE_FORMAT_BGR: return c.r << 16 | c.g << 8 | c.b;
-    case ZE_MATH_COLORSPACE_FORMAT_RGB: return c.b << 16 | c.g << 8 | c.r;
-    case ZE_MATH_COLORSPACE_FORMAT_BGRA: return c.a << 24 | c.r << 16 | c.g << 8 | c.b;
-    default: return 0;
+    case ZE_MATH_COLORSPACE_FORMAT_ABGR:
+      return c.r << 24 | c.g << 16 | c.b << 8 | c.a;
+    case ZE_MATH_COLORSPACE_FORMAT_RGBA:
+      return c.a << 24 | c.b << 16 | c.g << 8 | c.r;
+    case ZE_MATH_COLORSPACE_FORMAT_ARGB:
+      return c.b << 24 | c.g << 16 | c.r << 8 | c.a;
+    case ZE_MATH_COLORSPACE_FORMAT_BGR:
+      return c.r << 16 | c.g << 8 | c.b;
+    case ZE_MATH_COLORSPACE_FORMAT_RGB:
+      return c.b << 16 | c.g << 8 | c.r;
+    case ZE_MATH_COLORSPACE_FORMAT_BGRA:
+      return c.a << 24 | c.r << 16 | c.g << 8 | c.b;
+    default:
+      return 0;
   }
 }
 
@@ -47,12 +54,20 @@ inline ColourBytes unpackBytes(ZE_MATH_COLORSPACE_FORMAT f, unsigned int word, b
   const unsigned int b3 = word >> 24 & 0xFF, b2 = word >> 16 & 0xFF, b1 = word >> 8 & 0xFF, b0 = word & 0xFF;
   hasAlpha = true;
   switch (f) {
-    case ZE_MATH_COLORSPACE_FORMAT_ABGR: return {b3, b2, b1, b0};
-    case ZE_MATH_COLORSPACE_FORMAT_RGBA: return {b0, b1, b2, b3};
-    case ZE_MATH_COLORSPACE_FORMAT_ARGB: return {b1, b2, b3, b0};
-    case ZE_MATH_COLORSPACE_FORMAT_BGRA: return {b2, b1, b0, b3};
-    case ZE_MATH_COLORSPACE_FORMAT_RGB: hasAlpha = false; return {b0, b1, b2, 0};
-    default: hasAlpha = false; return {b2, b1, b0, 0};  // BGR
+    case ZE_MATH_COLORSPACE_FORMAT_ABGR:
+      return {b3, b2, b1, b0};
+    case ZE_MATH_COLORSPACE_FORMAT_RGBA:
+      return {b0, b1, b2, b3};
+    case ZE_MATH_COLORSPACE_FORMAT_ARGB:
+      return {b1, b2, b3, b0};
+    case ZE_MATH_COLORSPACE_FORMAT_BGRA:
+      return {b2, b1, b0, b3};
+    case ZE_MATH_COLORSPACE_FORMAT_RGB:
+      hasAlpha = false;
+      return {b0, b1, b2, 0};
+    default:
+      hasAlpha = false;
+      return {b2, b1, b0, 0};  // BGR
   }
 }
 
@@ -157,13 +172,26 @@ inline void hsvToRgb(T& x, T& y, T& z) noexcept {
   const T q = (T(1) - s * f) * v;
   const T t = (T(1) - (T(1) - f) * s) * v;
   switch (i) {
-    case 0: x = v, y = t, z = p; break;
-    case 1: x = q, y = v, z = p; break;
-    case 2: x = p, y = v, z = t; break;
-    case 3: x = p, y = q, z = v; break;
-    case 4: x = t, y = p, z = v; break;
-    case 5: x = v, y = p, z = q; break;
-    default: break;
+    case 0:
+      x = v, y = t, z = p;
+      break;
+    case 1:
+      x = q, y = v, z = p;
+      break;
+    case 2:
+      x = p, y = v, z = t;
+      break;
+    case 3:
+      x = p, y = q, z = v;
+      break;
+    case 4:
+      x = t, y = p, z = v;
+      break;
+    case 5:
+      x = v, y = p, z = q;
+      break;
+    default:
+      break;
   }
 }
 

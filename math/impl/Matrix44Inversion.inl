@@ -51,10 +51,8 @@ T Matrix44Inversion<M, T, V3, V4>::determinant(const M& m) noexcept {
   const T D = m(3, 3) * m(2, 0) - m(2, 3) * m(3, 0);
   const T E = m(2, 1) * m(3, 2) - m(2, 2) * m(3, 1);
   const T F = m(3, 2) * m(2, 0) - m(2, 2) * m(3, 0);
-  return (m(1, 1) * A - m(1, 2) * B + m(1, 3) * E) * m(0, 0) -
-         (A * m(1, 0) - m(1, 2) * D + m(1, 3) * F) * m(0, 1) +
-         (B * m(1, 0) - D * m(1, 1) + m(1, 3) * C) * m(0, 2) -
-         (E * m(1, 0) - F * m(1, 1) + C * m(1, 2)) * m(0, 3);
+  return (m(1, 1) * A - m(1, 2) * B + m(1, 3) * E) * m(0, 0) - (A * m(1, 0) - m(1, 2) * D + m(1, 3) * F) * m(0, 1) +
+         (B * m(1, 0) - D * m(1, 1) + m(1, 3) * C) * m(0, 2) - (E * m(1, 0) - F * m(1, 1) + C * m(1, 2)) * m(0, 3);
 }
 
 template <class M, class T, class V3, class V4>
@@ -125,9 +123,8 @@ template <class M, class T, class V3, class V4>
 int Matrix44Inversion<M, T, V3, V4>::invertAffine(const M& m) noexcept {
   // The six products of the 3x3 determinant, split by sign so that the
   // cancellation in their sum can be measured against their magnitude.
-  const T products[6] = {
-      m(0, 0) * m(1, 1) * m(2, 2),  m(0, 1) * m(1, 2) * m(2, 0),  m(0, 2) * m(1, 0) * m(2, 1),
-      -m(0, 2) * m(1, 1) * m(2, 0), -m(0, 1) * m(1, 0) * m(2, 2), -m(0, 0) * m(1, 2) * m(2, 1)};
+  const T products[6] = {m(0, 0) * m(1, 1) * m(2, 2),  m(0, 1) * m(1, 2) * m(2, 0),  m(0, 2) * m(1, 0) * m(2, 1),
+                         -m(0, 2) * m(1, 1) * m(2, 0), -m(0, 1) * m(1, 0) * m(2, 2), -m(0, 0) * m(1, 2) * m(2, 1)};
   T pos = T(0);
   T neg = T(0);
   for (const T p : products) {

@@ -57,10 +57,8 @@ inline void projectAlongOntoPlane(M& m, const V3& normal, typename M::Scalar off
   const T a = normal.x, b = normal.y, c = normal.z, d = offset;
   const T dx = direction.x, dy = direction.y, dz = direction.z;
   const T e = a * dx + b * dy + c * dz;
-  m = M(dy * b + dz * c, -a * dy, -a * dz, T(0),
-        -b * dx, dx * a + dz * c, -b * dz, T(0),
-        -c * dx, -c * dy, dx * a + dy * b, T(0),
-        -d * dx, -d * dy, -d * dz, e);
+  m = M(dy * b + dz * c, -a * dy, -a * dz, T(0), -b * dx, dx * a + dz * c, -b * dz, T(0), -c * dx, -c * dy,
+        dx * a + dy * b, T(0), -d * dx, -d * dy, -d * dz, e);
 }
 
 /// m = the projection onto the plane dot(normal, p) = offset from the point
@@ -73,10 +71,8 @@ inline void shadowOntoPlane(M& m, const V3& normal, typename M::Scalar offset, c
   const T a = normal.x, b = normal.y, c = normal.z, d = offset;
   const T lx = light.x, ly = light.y, lz = light.z;
   const T k = ((b * ly + a * lx) + c * lz) + (-d);  // y term first
-  m = M(k - a * lx, -a * ly, -a * lz, -a,
-        -b * lx, k - b * ly, -b * lz, -b,
-        -c * lx, -c * ly, k - c * lz, -c,
-        d * lx, d * ly, d * lz, k + d);
+  m = M(k - a * lx, -a * ly, -a * lz, -a, -b * lx, k - b * ly, -b * lz, -b, -c * lx, -c * ly, k - c * lz, -c, d * lx,
+        d * ly, d * lz, k + d);
 }
 
 }  // namespace impl

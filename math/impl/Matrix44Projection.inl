@@ -16,10 +16,8 @@ void Matrix44Projection<M, T, V3, V4>::makeOrthographicProjection(T l, T r, T b,
   const T y = T(1) / (t - b);
   const T z = T(1) / (f - n);
   // The factors 2 are formed as reciprocal + reciprocal.
-  self() = M(x + x, T(0), T(0), T(0),
-             T(0), y + y, T(0), T(0),
-             T(0), T(0), -(z + z), T(0),
-             -(l + r) * x, -(b + t) * y, -(n + f) * z, T(1));
+  self() = M(x + x, T(0), T(0), T(0), T(0), y + y, T(0), T(0), T(0), T(0), -(z + z), T(0), -(l + r) * x, -(b + t) * y,
+             -(n + f) * z, T(1));
 }
 
 template <class M, class T, class V3, class V4>
@@ -27,15 +25,12 @@ void Matrix44Projection<M, T, V3, V4>::makePerspectiveProjection(T l, T r, T b, 
   const T x = T(1) / (r - l);
   const T y = T(1) / (t - b);
   const T z = T(1) / (f - n);
-  self() = M((n + n) * x, T(0), T(0), T(0),
-             T(0), (n + n) * y, T(0), T(0),
-             (l + r) * x, (b + t) * y, -(f + n) * z, T(-1),
-             T(0), T(0), ((f * T(-2)) * n) * z, T(0));
+  self() = M((n + n) * x, T(0), T(0), T(0), T(0), (n + n) * y, T(0), T(0), (l + r) * x, (b + t) * y, -(f + n) * z,
+             T(-1), T(0), T(0), ((f * T(-2)) * n) * z, T(0));
 }
 
 template <class M, class T, class V3, class V4>
-void Matrix44Projection<M, T, V3, V4>::makePerspectiveProjectionRadians(T fovX, T fovY, T aspect, T n,
-                                                                        T f) noexcept {
+void Matrix44Projection<M, T, V3, V4>::makePerspectiveProjectionRadians(T fovX, T fovY, T aspect, T n, T f) noexcept {
   // The second half tangent goes through atan and tan of a doubled half
   // angle instead of a plain product or quotient by aspect; the results
   // differ from tx = ty·aspect by rounding only, and are kept as they are.

@@ -62,10 +62,8 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   /// w = P2 + (P7 + P8 - P5 - P6) / 2, which is the Hamilton product.
   void multiply(const Q& a, const Q& b) noexcept {
     const Products p(a, b);
-    set(p.p1 - T(0.5) * (p.p5 + p.p6 + p.p7 + p.p8),
-        p.p3 + T(0.5) * (p.p5 - p.p6 + p.p7 - p.p8),
-        p.p4 + T(0.5) * (p.p5 - p.p6 - p.p7 + p.p8),
-        p.p2 + T(0.5) * (p.p7 + p.p8 - p.p5 - p.p6));
+    set(p.p1 - T(0.5) * (p.p5 + p.p6 + p.p7 + p.p8), p.p3 + T(0.5) * (p.p5 - p.p6 + p.p7 - p.p8),
+        p.p4 + T(0.5) * (p.p5 - p.p6 - p.p7 + p.p8), p.p2 + T(0.5) * (p.p7 + p.p8 - p.p5 - p.p6));
   }
 
   /// this = (-q.x, -q.y, -q.z, q.w).

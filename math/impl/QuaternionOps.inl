@@ -53,9 +53,7 @@ void QuaternionOps<Q, T, M>::setRotationRadians(T rx, T ry, T rz) noexcept {
   const T cx = std::cos(a), sx = std::sin(a);
   const T cy = std::cos(b), sy = std::sin(b);
   const T cz = std::cos(c), sz = std::sin(c);
-  set(sx * cy * cz + cx * sy * sz,
-      cx * sy * cz - sx * cy * sz,
-      cx * cy * sz + sx * sy * cz,
+  set(sx * cy * cz + cx * sy * sz, cx * sy * cz - sx * cy * sz, cx * cy * sz + sx * sy * cz,
       cx * cy * cz - sx * sy * sz);
 }
 

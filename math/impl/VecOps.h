@@ -11,8 +11,8 @@
 
 #include <cmath>
 
-#include "math/zeMathEnums.h"
 #include "math/impl/Truncate.h"
+#include "math/zeMathEnums.h"
 #include "math/zeMathThreshold.h"
 
 namespace Lux {
@@ -60,15 +60,23 @@ class VecOps : public VecAccess<V, T, N> {
 
  public:
   /// Componentwise a + b.
-  friend V operator+(const V& a, const V& b) noexcept { return zip(a, b, [](T p, T q) { return p + q; }); }
+  friend V operator+(const V& a, const V& b) noexcept {
+    return zip(a, b, [](T p, T q) { return p + q; });
+  }
   /// Componentwise a - b.
-  friend V operator-(const V& a, const V& b) noexcept { return zip(a, b, [](T p, T q) { return p - q; }); }
+  friend V operator-(const V& a, const V& b) noexcept {
+    return zip(a, b, [](T p, T q) { return p - q; });
+  }
   /// Every component times s.
-  friend V operator*(const V& a, T s) noexcept { return zip(a, a, [s](T p, T) { return p * s; }); }
+  friend V operator*(const V& a, T s) noexcept {
+    return zip(a, a, [s](T p, T) { return p * s; });
+  }
   /// Every component times s.
   friend V operator*(T s, const V& a) noexcept { return a * s; }
   /// Every component negated.
-  friend V operator-(const V& a) noexcept { return zip(a, a, [](T p, T) { return -p; }); }
+  friend V operator-(const V& a) noexcept {
+    return zip(a, a, [](T p, T) { return -p; });
+  }
   /// Exact componentwise equality (NaN is unequal to everything, -0 equals +0).
   friend bool operator==(const V& a, const V& b) noexcept {
     for (int i = 0; i < N; ++i)
@@ -152,8 +160,7 @@ class Vec3Ops : public VecOps<V, T, 3> {
 
   /// Direction transform by the upper-left 3x3 block of m (row vector on the left).
   void transformVector(const V& v, const M& m) noexcept {
-    set(v.x * m[0] + v.y * m[4] + v.z * m[8],
-        v.x * m[1] + v.y * m[5] + v.z * m[9],
+    set(v.x * m[0] + v.y * m[4] + v.z * m[8], v.x * m[1] + v.y * m[5] + v.z * m[9],
         v.x * m[2] + v.y * m[6] + v.z * m[10]);
   }
 
@@ -223,18 +230,14 @@ class Vec4Ops : public VecOps<V, T, 4> {
 
   /// Direction transform of x, y, z by the upper-left 3x3 block of m; w copied from v.
   void transformVector(const V& v, const M& m) noexcept {
-    set(v.x * m[0] + v.y * m[4] + v.z * m[8],
-        v.x * m[1] + v.y * m[5] + v.z * m[9],
-        v.x * m[2] + v.y * m[6] + v.z * m[10],
-        v.w);
+    set(v.x * m[0] + v.y * m[4] + v.z * m[8], v.x * m[1] + v.y * m[5] + v.z * m[9],
+        v.x * m[2] + v.y * m[6] + v.z * m[10], v.w);
   }
 
   /// Full product of the row vector (x, y, z, w) with m; no division.
   void transformPoint(const V& v, const M& m) noexcept {
-    set(v.x * m[0] + v.y * m[4] + v.z * m[8] + v.w * m[12],
-        v.x * m[1] + v.y * m[5] + v.z * m[9] + v.w * m[13],
-        v.x * m[2] + v.y * m[6] + v.z * m[10] + v.w * m[14],
-        v.x * m[3] + v.y * m[7] + v.z * m[11] + v.w * m[15]);
+    set(v.x * m[0] + v.y * m[4] + v.z * m[8] + v.w * m[12], v.x * m[1] + v.y * m[5] + v.z * m[9] + v.w * m[13],
+        v.x * m[2] + v.y * m[6] + v.z * m[10] + v.w * m[14], v.x * m[3] + v.y * m[7] + v.z * m[11] + v.w * m[15]);
   }
 
  protected:

@@ -99,6 +99,6 @@ extern "C" void createLibraryObject(Lux::zeSmartPointer<Lux::zeLibrary>& result)
   Lux::zeLibrary* library = static_cast<Lux::zeLibrary*>(Lux::zeLibrary::_instantiateFromPool(nullptr));
   if (!library) return;
   library->setRegisterFunction(&Lux::libZEMath_bayRegister);
-  result = library;     // adds the reference result keeps and releases what it held
-  library->release();   // drops the creation reference
+  result = library;    // adds the reference result keeps and releases what it held
+  library->release();  // drops the creation reference
 }

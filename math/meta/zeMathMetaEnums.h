@@ -10,11 +10,16 @@
 namespace Lux {
 namespace Math {
 
-/// Cached descriptors; null until their getter first runs.
+/// Cached descriptor of ZE_MATH_CONTAINMENT_RESULTS; each cached descriptor
+/// is null until its getter first runs.
 ZEMATH_API extern zeMetaEnum* ZE_MATH_CONTAINMENT_RESULTS_Meta;
+/// Cached descriptor of ZE_MATH_SPATIAL_REGION.
 ZEMATH_API extern zeMetaEnum* ZE_MATH_SPATIAL_REGION_Meta;
+/// Cached descriptor of ZE_MATH_PLANAR_REGION.
 ZEMATH_API extern zeMetaEnum* ZE_MATH_PLANAR_REGION_Meta;
+/// Cached descriptor of ZE_MATH_COLORSPACE_FORMAT.
 ZEMATH_API extern zeMetaEnum* ZE_MATH_COLORSPACE_FORMAT_Meta;
+/// Cached descriptor of ZE_MATH_MATRIX_DECOMPOSITION.
 ZEMATH_API extern zeMetaEnum* ZE_MATH_MATRIX_DECOMPOSITION_Meta;
 
 /// Descriptor of ZE_MATH_CONTAINMENT_RESULTS (3 constants).

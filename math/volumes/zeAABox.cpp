@@ -13,7 +13,6 @@
 #include "math/zeMathThreshold.h"
 #include "math/zeMatrix44f.h"
 
-
 namespace Lux {
 namespace Math {
 
@@ -193,7 +192,7 @@ bool zeAABox::zeAABoxIntersectRay(const zeVolume* box, const zeRay* ray) {
   for (int i = 0; i < 3; ++i) {
     const float pos = ray->_pos[i];
     const float dir = ray->_dir[i];
-    if (zeSmallThreshold<float> > std::fabs(dir)) {
+    if (zeSmallThreshold < float >> std::fabs(dir)) {
       // Parallel to this pair of slabs: it must run between them.
       if (pos > b._max[i] || b._min[i] > pos) return false;
       continue;

@@ -18,7 +18,7 @@ class ZEMATH_API zeNonRefCountedAABoxList : public zeNonRefCountedObjectList {
 
   /// Element `i`, or null out of range.
   zeAABox* get(int i) const { return static_cast<zeAABox*>(zeNonRefCountedObjectList::get(i)); }
-  zeAABox* operator[](int i) const { return get(i); }
+  zeAABox* operator[](int i) const { return get(i); }  ///< Element `i`, or null out of range.
   /// Stores `box` (or null) in element `i`; kFailure out of range.
   int set(int i, zeAABox* box) { return zeNonRefCountedObjectList::set(i, box); }
 };

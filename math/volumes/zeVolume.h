@@ -216,17 +216,17 @@ class ZEMATH_API zeVolume : public zeObject {
 
   /// Made by userRegister() from the default pool, dropped by userUnregister().
   static zeIntersectionFunctionList* _intersectionFunctions;
-  static zeExtendByFunctionList* _extendByFunctions;
-  static zeContainsFunctionList* _containsFunctions;
-  static zeRayIntersectionFunctionList* _rayIntersectionFunctions;
-  static zeExtendByRayFunctionList* _extendByRayFunctions;
-  static zeContainsRayFunctionList* _containsRayFunctions;
-  static zeExtendByVecFunctionList* _extendByVecFunctions;
-  static zeContainsVecFunctionList* _containsVecFunctions;
-  static zeTransformFunctionList* _transformFunctions;
-  static zeEmptyFunctionList* _emptyFunctions;
-  static zeIsEmptyFunctionList* _isEmptyFunctions;
-  static zeGetCenterFunctionList* _getCenterFunctions;
+  static zeExtendByFunctionList* _extendByFunctions;                ///< The extend-by table.
+  static zeContainsFunctionList* _containsFunctions;                ///< The contains table.
+  static zeRayIntersectionFunctionList* _rayIntersectionFunctions;  ///< The ray intersection table.
+  static zeExtendByRayFunctionList* _extendByRayFunctions;          ///< The extend-by-ray table.
+  static zeContainsRayFunctionList* _containsRayFunctions;          ///< The ray containment table.
+  static zeExtendByVecFunctionList* _extendByVecFunctions;          ///< The extend-by-point table.
+  static zeContainsVecFunctionList* _containsVecFunctions;          ///< The point containment table.
+  static zeTransformFunctionList* _transformFunctions;              ///< The transform table.
+  static zeEmptyFunctionList* _emptyFunctions;                      ///< The empty table.
+  static zeIsEmptyFunctionList* _isEmptyFunctions;                  ///< The is-empty table.
+  static zeGetCenterFunctionList* _getCenterFunctions;              ///< The get-centre table.
 
   // --- registration -------------------------------------------------------
 

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# install-test.sh [build dir]: builds the libraries, installs them into a
+# temporary prefix and builds and runs the outside program of tests/consumer
+# against that prefix twice: through find_package and through pkg-config.
+set -euo pipefail
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${1:-$root/build-install}
+jobs=$(nproc 2>/dev/null || echo 2)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+prefix=$work/prefix
+
+bash "$root/scripts/deps.sh"
+cmake -S "$root" -B "$build" -DZEMATH_WERROR=ON -DZEMATH_BUILD_TESTS=OFF -DZEMATH_BUILD_TOOLS=OFF
+cmake --build "$build" -j "$jobs"
+cmake --install "$build" --prefix "$prefix" >/dev/null
+echo "installed into $prefix"
+
+echo "== consumer through find_package"
+cmake -S "$root/tests/consumer" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake --build "$work/cmake" >/dev/null
+"$work/cmake/zeConsumer"
+
+echo "== consumer through pkg-config"
+export PKG_CONFIG_PATH="$prefix/lib/pkgconfig${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}"
+cmake -S "$root/tests/consumer" -B "$work/pkgconfig" -DZE_CONSUMER_USE_PKGCONFIG=ON >/dev/null
+cmake --build "$work/pkgconfig" >/dev/null
+"$work/pkgconfig/zeConsumer"
