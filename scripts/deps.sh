@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Installs, with apt-get, what building and testing the project need, when
-# something is missing. With "bench" it also checks for Google Benchmark.
+# something is missing. With "bench" it also checks for Google Benchmark, GLM,
+# Eigen, gnuplot and python3;
+# with "docs", for Doxygen.
 set -euo pipefail
 
 need=()
@@ -8,8 +10,26 @@ command -v cmake >/dev/null 2>&1 || need+=(cmake)
 command -v g++ >/dev/null 2>&1 || need+=(g++)
 command -v make >/dev/null 2>&1 || need+=(make)
 [ -f /usr/include/gtest/gtest.h ] || need+=(libgtest-dev)
+# The demo parses its options with CLI11 and writes its picture with libpng.
+[ -f /usr/include/CLI/CLI.hpp ] || need+=(libcli11-dev)
+[ -f /usr/include/png.h ] || need+=(libpng-dev)
+command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
+if [ "${1:-}" = docs ]; then
+  command -v doxygen >/dev/null 2>&1 || need+=(doxygen)
+fi
 if [ "${1:-}" = bench ]; then
   [ -f /usr/include/benchmark/benchmark.h ] || need+=(libbenchmark-dev)
+  [ -f /usr/include/glm/glm.hpp ] || need+=(libglm-dev)
+  [ -f /usr/include/eigen3/Eigen/Dense ] || need+=(libeigen3-dev)
+  command -v gnuplot >/dev/null 2>&1 || need+=(gnuplot-nox)
+  command -v python3 >/dev/null 2>&1 || need+=(python3)
+fi
+if [ "${1:-}" = fuzz ]; then
+  command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
+  ls /usr/lib/llvm-14/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1 || need+=(libclang-rt-14-dev)
+fi
+if [ "${1:-}" = valgrind ]; then
+  command -v valgrind >/dev/null 2>&1 || need+=(valgrind)
 fi
 
 if [ ${#need[@]} -gt 0 ]; then

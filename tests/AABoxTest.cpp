@@ -139,10 +139,10 @@ TEST_F(AABox, IntersectsBoxesSharingAFaceButNotEmptyOnesOrNaN) {
 
 TEST_F(AABox, IntersectsASphereAtExactlyItsRadius) {
   zeSmartPointer<zeAABox> b = unitBox();
-  EXPECT_TRUE(b->intersect(sphere(zeVec3f(3, 0, 0), 2.0f).get()));   // touches the face
-  EXPECT_TRUE(b->intersect(sphere(zeVec3f(4, 5, 1), 5.0f).get()));   // touches an edge: 9 + 16
+  EXPECT_TRUE(b->intersect(sphere(zeVec3f(3, 0, 0), 2.0f).get()));  // touches the face
+  EXPECT_TRUE(b->intersect(sphere(zeVec3f(4, 5, 1), 5.0f).get()));  // touches an edge: 9 + 16
   EXPECT_FALSE(b->intersect(sphere(zeVec3f(4, 5, 1), std::nextafter(5.0f, 0.0f)).get()));
-  EXPECT_TRUE(b->intersect(sphere(zeVec3f(1, 1, 1), 0.0f).get()));   // a point on the corner
+  EXPECT_TRUE(b->intersect(sphere(zeVec3f(1, 1, 1), 0.0f).get()));    // a point on the corner
   EXPECT_FALSE(b->intersect(sphere(zeVec3f(0, 0, 0), -1.0f).get()));  // empty sphere
   EXPECT_FALSE(b->intersect(sphere(zeVec3f(0, 0, 0), kNaNf).get()));
   EXPECT_FALSE(make<zeAABox>()->intersect(sphere(zeVec3f(0, 0, 0), FLT_MAX).get()));
@@ -237,7 +237,7 @@ TEST_F(AABox, IntersectsRaysStartingInsideOrReachingItWithinTheirLength) {
   EXPECT_TRUE(b->intersect(ray(zeVec3f(1, 0, 0), zeVec3f(1, 0, 0), 0.0f).get()));
   EXPECT_TRUE(b->intersect(ray(zeVec3f(-3, 0, 0), zeVec3f(1, 0, 0), 2.0f).get()));
   EXPECT_FALSE(b->intersect(ray(zeVec3f(-3, 0, 0), zeVec3f(1, 0, 0), std::nextafter(2.0f, 0.0f)).get()));
-  EXPECT_FALSE(b->intersect(ray(zeVec3f(-3, 0, 0), zeVec3f(-1, 0, 0), 10.0f).get()));  // pointing away
+  EXPECT_FALSE(b->intersect(ray(zeVec3f(-3, 0, 0), zeVec3f(-1, 0, 0), 10.0f).get()));       // pointing away
   EXPECT_FALSE(b->intersect(ray(zeVec3f(-3, 0, 0), zeVec3f(0.6f, 0.8f, 0), 10.0f).get()));  // passes by
   // Below the small threshold a direction component counts as parallel.
   const float threshold = zetest::floatFromBits(0x350637BD);
@@ -273,12 +273,11 @@ TEST_F(AABox, TransformsBySummingTheLargerAndSmallerProductsPerAxis) {
   // Rows: x -> (0.5, -3, 0), y -> (1.5, 0, 0.25), z -> (0, 2, -1); translation (0.1, 0.2, 0.3).
   const zeMatrix44f m(0.5f, -3, 0, 7, 1.5f, 0, 0.25f, 7, 0, 2, -1, 7, 0.1f, 0.2f, 0.3f, 1);
   b->transform(m);
-  expectVecBitEq(zeVec3f(((0.1f + 0.5f) + 3.0f) + 0.0f, ((0.2f + -12.0f) + 0.0f) + 6.0f,
-                         ((0.3f + 0.0f) + 0.5f) + -6.0f),
-                 b->_min);
-  expectVecBitEq(zeVec3f(((0.1f + 2.0f) + 7.5f) + 0.0f, ((0.2f + -3.0f) + 0.0f) + 12.0f,
-                         ((0.3f + 0.0f) + 1.25f) + -3.0f),
-                 b->_max);
+  expectVecBitEq(
+      zeVec3f(((0.1f + 0.5f) + 3.0f) + 0.0f, ((0.2f + -12.0f) + 0.0f) + 6.0f, ((0.3f + 0.0f) + 0.5f) + -6.0f), b->_min);
+  expectVecBitEq(
+      zeVec3f(((0.1f + 2.0f) + 7.5f) + 0.0f, ((0.2f + -3.0f) + 0.0f) + 12.0f, ((0.3f + 0.0f) + 1.25f) + -3.0f),
+      b->_max);
 }
 
 TEST_F(AABox, TransformDividesByWOnlyAboveTheThreshold) {

@@ -128,7 +128,7 @@ TEST(ColourConvert, HsvToRgbSectorsGreysAndTheFullTurn) {
   v = zeVec3f(360, 0.5f, 1);  // (v, p, p)
   v.convertColor(ZE_MATH_COLORSPACE_FORMAT_HSV, ZE_MATH_COLORSPACE_FORMAT_BGR);
   expectNear3(v, kHalfStep, kHalfStep, 1);  // BGR order: blue first
-  v = zeVec3f(30, 1, 1);  // sector 0: (v, t, p), to BGR reversed
+  v = zeVec3f(30, 1, 1);                    // sector 0: (v, t, p), to BGR reversed
   v.convertColor(ZE_MATH_COLORSPACE_FORMAT_HSV, ZE_MATH_COLORSPACE_FORMAT_BGR);
   expectNear3(v, 0, kHalfStep, 1);
 

@@ -103,8 +103,12 @@ struct GuardedPages {
   size_t size = static_cast<size_t>(sysconf(_SC_PAGESIZE));
   void* map = mmap(nullptr, 2 * size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   unsigned char* guarded = map == MAP_FAILED ? nullptr : static_cast<unsigned char*>(map) + size;
-  GuardedPages() { if (guarded) mprotect(guarded, size, PROT_NONE); }
-  ~GuardedPages() { if (guarded) munmap(map, 2 * size); }
+  GuardedPages() {
+    if (guarded) mprotect(guarded, size, PROT_NONE);
+  }
+  ~GuardedPages() {
+    if (guarded) munmap(map, 2 * size);
+  }
 };
 
 TEST(Blending, SkipsUnreadMatricesAndWeightsAndWritesOnlyOutputs) {

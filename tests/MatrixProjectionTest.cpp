@@ -35,7 +35,9 @@ TYPED_TEST(Projection, BoxAndFrustumBitForBitWithTheirSignedZeros) {
   m.makeOrthographicProjection(l, r, b, t, n, f);
   expectBits(M(2 * x, 0, 0, 0, 0, 2 * y, 0, 0, 0, 0, -2 * z, 0, -(l + r) * x, -(b + t) * y, -(n + f) * z, 1), m);
   m.makePerspectiveProjection(l, r, b, t, n, f);
-  expectBits(M(2 * n * x, 0, 0, 0, 0, 2 * n * y, 0, 0, (l + r) * x, (b + t) * y, -(f + n) * z, -1, 0, 0, -2 * f * n * z, 0), m);
+  expectBits(
+      M(2 * n * x, 0, 0, 0, 0, 2 * n * y, 0, 0, (l + r) * x, (b + t) * y, -(f + n) * z, -1, 0, 0, -2 * f * n * z, 0),
+      m);
   // A centred box negates a zero sum: its translation row is -0.
   m.makeOrthographicProjection(-1, 1, -1, 1, -1, 1);
   expectBits(M(1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 0, T(-0.0), T(-0.0), T(-0.0), 1), m);
@@ -104,7 +106,7 @@ TYPED_TEST(Projection, FrustumReadBackScalesBothPairsByTheWidth) {
   T o[6];
   m.getFrustumParameters(o[0], o[1], o[2], o[3], o[4], o[5]);
   const T n = T(1.5) * (T(-1) / T(3) + 1), w = n / T(0.5);  // n is 1 - 2^-24 in float
-  const T expected[6] = {-w, w, -w, w, n, 3};  // bottom and top: about -2 and 2
+  const T expected[6] = {-w, w, -w, w, n, 3};               // bottom and top: about -2 and 2
   for (int i = 0; i < 6; ++i) EXPECT_BITEQ(expected[i], o[i]) << i;
   m.getFrustumParameters(o[0], o[1], o[2], o[3], o[4], o[4]);  // near read back after far
   EXPECT_BITEQ(T(-6), o[0]);

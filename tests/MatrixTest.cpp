@@ -38,7 +38,8 @@ static_assert(!HasMemberMultiply<zeMatrix44f>::value && HasMemberMultiply<zeMatr
 template <class M, class V, class = void>
 struct ConstTransforms : std::false_type {};
 template <class M, class V>
-struct ConstTransforms<M, V, std::void_t<decltype(std::declval<const M&>().transformPoints((V*)nullptr, (V*)nullptr, 0u))>>
+struct ConstTransforms<M, V,
+                       std::void_t<decltype(std::declval<const M&>().transformPoints((V*)nullptr, (V*)nullptr, 0u))>>
     : std::true_type {};
 static_assert(ConstTransforms<zeMatrix44f, zeVec3f>::value && ConstTransforms<zeMatrix44f, zeVec4f>::value);
 static_assert(!ConstTransforms<zeMatrix44d, zeVec3d>::value && !ConstTransforms<zeMatrix44d, zeVec4d>::value);

@@ -31,8 +31,8 @@ void expectBits(const V& expected, const V& actual) {
 
 // A matrix with distinct, non-trivial elements in every position.
 zeMatrix44f sampleMatrix() {
-  return zeMatrix44f(0.5f, 1.25f, -2.0f, 0.0f, 3.0f, -0.75f, 0.125f, 0.0f, -1.5f, 2.5f, 4.0f, 0.0f, 7.0f, -9.0f,
-                     11.0f, 1.0f);
+  return zeMatrix44f(0.5f, 1.25f, -2.0f, 0.0f, 3.0f, -0.75f, 0.125f, 0.0f, -1.5f, 2.5f, 4.0f, 0.0f, 7.0f, -9.0f, 11.0f,
+                     1.0f);
 }
 
 }  // namespace
@@ -213,9 +213,9 @@ TEST(VectorTransform, DirectionsIgnoreTranslationAndKeepW) {
   const zeMatrix44f m = sampleMatrix();
   zeVec3f v(1, 2, 3);
   v.transformVector(v, m);
-  expectBits(zeVec3f(1 * 0.5f + 2 * 3.0f + 3 * -1.5f, 1 * 1.25f + 2 * -0.75f + 3 * 2.5f,
-                     1 * -2.0f + 2 * 0.125f + 3 * 4.0f),
-             v);
+  expectBits(
+      zeVec3f(1 * 0.5f + 2 * 3.0f + 3 * -1.5f, 1 * 1.25f + 2 * -0.75f + 3 * 2.5f, 1 * -2.0f + 2 * 0.125f + 3 * 4.0f),
+      v);
 
   zeVec4f w(1, 2, 3, kNaNf);
   w.transformVector(w, m);

@@ -53,11 +53,12 @@ int main() {
     printVector("translation", zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_TRANSLATE_X],
                                        parts[ZE_MATH_MATRIX_DECOMPOSITION_TRANSLATE_Y],
                                        parts[ZE_MATH_MATRIX_DECOMPOSITION_TRANSLATE_Z]));
-    printVector("rotation (radians)", zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_X],
-                                              parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Y],
-                                              parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Z]));
-    printVector("scale", zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_X], parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_Y],
-                                 parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_Z]));
+    printVector("rotation (radians)",
+                zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_X], parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Y],
+                        parts[ZE_MATH_MATRIX_DECOMPOSITION_ROTATE_Z]));
+    printVector("scale",
+                zeVec3f(parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_X], parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_Y],
+                        parts[ZE_MATH_MATRIX_DECOMPOSITION_SCALE_Z]));
   }
 
   // Half way between no turn and a quarter turn about z is an eighth turn.

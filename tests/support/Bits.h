@@ -44,5 +44,5 @@ constexpr double kNaNd = std::numeric_limits<double>::quiet_NaN();
 }  // namespace zetest
 
 /// Expects two floating-point values to have the same bit pattern.
-#define EXPECT_BITEQ(expected, actual) EXPECT_EQ(zetest::bitsOf(expected), zetest::bitsOf(actual)) \
-    << "expected " << (expected) << ", got " << (actual)
+#define EXPECT_BITEQ(expected, actual) \
+  EXPECT_EQ(zetest::bitsOf(expected), zetest::bitsOf(actual)) << "expected " << (expected) << ", got " << (actual)
