@@ -1,6 +1,6 @@
-// Lifetimes: a million objects of every class made and released through a pool of their own
-// and through object lists, spread over every class the library registers;
-// and a class registered, unregistered and registered again.
+// Lifetimes: a million objects of every class the library registers, made
+// and released through a pool of their own and through object lists; and a
+// class registered, unregistered and registered again.
 
 #include <cstddef>
 #include <vector>
