@@ -53,6 +53,14 @@ inline ZE_MATH_SPATIAL_REGION octantOf(T x, T y, T z) noexcept {
   return static_cast<ZE_MATH_SPATIAL_REGION>((T(0) > x ? 4 : 0) + (T(0) > y ? 2 : 0) + (T(0) > z ? 1 : 0));
 }
 
+/// x, y, z of a x b: (a.y b.z - a.z b.y, a.z b.x - a.x b.z, a.x b.y - a.y b.x).
+template <class V, class T>
+inline void crossXYZ(const V& a, const V& b, T& x, T& y, T& z) noexcept {
+  x = a.y * b.z - a.z * b.y;
+  y = a.z * b.x - a.x * b.z;
+  z = a.x * b.y - a.y * b.x;
+}
+
 /// Arithmetic shared by the float and double vectors of N components.
 template <class V, class T, int N>
 class VecOps : public VecAccess<V, T, N> {
@@ -126,9 +134,8 @@ class Vec3Ops : public VecOps<V, T, 3> {
  public:
   /// this = a x b.
   void cross(const V& a, const V& b) noexcept {
-    const T x = a.y * b.z - a.z * b.y;
-    const T y = a.z * b.x - a.x * b.z;
-    const T z = a.x * b.y - a.y * b.x;
+    T x, y, z;
+    crossXYZ(a, b, x, y, z);
     set(x, y, z);
   }
   /// this = this x b.
@@ -198,9 +205,8 @@ class Vec4Ops : public VecOps<V, T, 4> {
  public:
   /// this = a x b over x, y, z; w becomes exactly 1.
   void cross(const V& a, const V& b) noexcept {
-    const T x = a.y * b.z - a.z * b.y;
-    const T y = a.z * b.x - a.x * b.z;
-    const T z = a.x * b.y - a.y * b.x;
+    T x, y, z;
+    crossXYZ(a, b, x, y, z);
     set(x, y, z, T(1));
   }
   /// this = this x b over x, y, z; w becomes exactly 1.
