@@ -1,6 +1,7 @@
 // Every skinning path the processor can run yields the scalar loop's bytes:
 // outputs and the bytes between them, on random and on awkward inputs.
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -12,6 +13,7 @@
 #include "math/kernels/impl/BlendingPaths.h"
 #include "math/kernels/zeVectorBlendingKernels.h"
 #include "support/Bits.h"
+#include "support/GuardedPages.h"
 
 using namespace Lux::Math;
 using impl::BlendPath;
@@ -138,7 +140,8 @@ TEST(KernelPaths, RandomInputsEveryCountAndStride) {
 }
 
 TEST(KernelPaths, LargeMeshWithSpecialValues) {
-  for (unsigned int wpv = 1; wpv <= 4; ++wpv) expectAllPathsAgree(randomMesh(1003, wpv, true, 99 + wpv), 32, 1);
+  for (unsigned int wpv = 1; wpv <= 6; ++wpv)
+    for (unsigned int stride : {4u, 12u, 32u}) expectAllPathsAgree(randomMesh(1003, wpv, true, 99 + wpv), stride, 1);
 }
 
 TEST(KernelPaths, OverlappingOutputsGiveTheScalarResult) {
@@ -182,5 +185,56 @@ TEST(KernelPaths, SkippedInfluencesAddNothingEvenWhereTheirProductIsNaN) {
     EXPECT_BITEQ(last[0], 0.5f) << p->name;
     EXPECT_BITEQ(last[1], 1.0f) << p->name;
     EXPECT_BITEQ(last[2], 1.5f) << p->name;
+  }
+}
+
+TEST(KernelPaths, LongMeshesNamingFewSomeOrManyMatrices) {
+  // Stretches of 300 vertices name matrices below 32, below 64, or anywhere
+  // in a palette of 256, so that every way of reaching the matrices is taken.
+  for (unsigned int wpv = 1; wpv <= 4; ++wpv) {
+    Mesh m = randomMesh(1500, wpv, true, 31 + wpv);
+    std::mt19937 rng(wpv);
+    m.palette.resize(256, m.palette[5]);
+    for (std::size_t i = 0; i < m.indices.size(); ++i) {
+      const unsigned int reach[3] = {32, 64, 256};
+      m.indices[i] = static_cast<unsigned char>(rng() % reach[i / wpv / 300 % 3]);
+    }
+    for (unsigned int stride : {12u, 16u}) expectAllPathsAgree(m, stride, 0);
+  }
+}
+
+TEST(KernelPaths, LongMeshesReadNothingPastTheirInputs) {
+  // Matrices 0 to 63 fill one page and the next is unreadable: influences
+  // naming matrix 64 and up all fall at or below the threshold. The weights
+  // and indices end right at unreadable pages too; the one-weight kernel may
+  // read only up to the first index of the last vertex.
+  for (unsigned int count : {700u, 717u, 730u}) {
+    Mesh m = randomMesh(count, 4, false, count);
+    for (std::size_t i = 0; i < m.indices.size(); ++i)
+      if (i % 7 == 3 && i % 4 != 0) {
+        m.indices[i] = static_cast<unsigned char>(64 + i % 192);
+        m.weights[i] = i % 2 ? zeBlendWeightThreshold : -1.0f;
+      }
+    const std::size_t n = m.indices.size();
+    GuardedPages matrixPages, weightPages(n * 4), indexPages(n), firstIndexPages(n - 3);
+    ASSERT_TRUE(matrixPages.guarded && weightPages.guarded && indexPages.guarded && firstIndexPages.guarded);
+    ASSERT_EQ(matrixPages.size % (64 * sizeof(zeMatrix44f)), 0u);
+    zeMatrix44f* palette = matrixPages.last<zeMatrix44f>(64);
+    float* weights = weightPages.last<float>(n);
+    unsigned char* indices = indexPages.last<unsigned char>(n);
+    unsigned char* firstIndices = firstIndexPages.last<unsigned char>(n - 3);
+    std::copy(m.palette.begin(), m.palette.end(), palette);
+    std::copy(m.weights.begin(), m.weights.end(), weights);
+    std::copy(m.indices.begin(), m.indices.end(), indices);
+    std::copy(m.indices.begin(), m.indices.end() - 3, firstIndices);
+    std::vector<unsigned char> expected(count * 12), out(count * 12);
+    impl::blendScalar(m.source.data(), count, weights, indices, 4, palette, reinterpret_cast<zeVec3f*>(expected.data()),
+                      12);
+    for (const BlendPath* p : runnablePaths()) {
+      p->weighted(m.source.data(), count, weights, indices, 4, palette, reinterpret_cast<zeVec3f*>(out.data()), 12);
+      EXPECT_EQ(firstDifference(out, expected, 12, 0), -1) << p->name;
+      p->oneWeight(m.source.data(), count, nullptr, firstIndices, 4, palette, reinterpret_cast<zeVec3f*>(out.data()),
+                   12);
+    }
   }
 }

@@ -3,9 +3,6 @@
 // nothing else, empty inputs, sums in their written order; and the classes
 // that publish the kernels, registered by the library's initialisation.
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -15,6 +12,7 @@
 
 #include "support/Bits.h"
 #include "support/CoreFixture.h"
+#include "support/GuardedPages.h"
 
 using namespace Lux;
 using namespace Lux::Math;
@@ -97,19 +95,6 @@ TEST(Blending, NoInfluencesOrNoVerticesReadNothing) {
   morphNonAligned(nullptr, nullptr, nullptr, 0, 4, none.first(), 12);
   none.expectOnlyOutputsWritten(0);
 }
-
-// Two pages, the second inaccessible: a read of it faults. `guarded` is its first byte.
-struct GuardedPages {
-  size_t size = static_cast<size_t>(sysconf(_SC_PAGESIZE));
-  void* map = mmap(nullptr, 2 * size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  unsigned char* guarded = map == MAP_FAILED ? nullptr : static_cast<unsigned char*>(map) + size;
-  GuardedPages() {
-    if (guarded) mprotect(guarded, size, PROT_NONE);
-  }
-  ~GuardedPages() {
-    if (guarded) munmap(map, 2 * size);
-  }
-};
 
 TEST(Blending, SkipsUnreadMatricesAndWeightsAndWritesOnlyOutputs) {
   GuardedPages pages;

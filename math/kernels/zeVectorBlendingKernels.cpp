@@ -101,16 +101,36 @@ void blendOneWeightAvx2(const zeVec4f* source, unsigned int count, const float* 
                         destinationStride);
 }
 
+void blendAvx512(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
+                 unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
+                 unsigned int destinationStride) {
+  blendRawAvx512(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination),
+                 destinationStride);
+}
+
+void blendOneWeightAvx512(const zeVec4f* source, unsigned int count, const float* /*weights*/,
+                          const unsigned char* indices, unsigned int weightsPerVertex, const zeMatrix44f* matrices,
+                          zeVec3f* destination, unsigned int destinationStride) {
+  blendOneWeightRawAvx512(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination),
+                          destinationStride);
+}
+
+bool hasAvx512() {
+  return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
+         __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq");
+}
+
 const BlendPath* paths() {
   static const BlendPath table[] = {
       {"scalar", true, &blendScalar, &blendOneWeightScalar},
       {"sse2", true, &blendSse2, &blendOneWeightSse2},
       {"avx2", __builtin_cpu_supports("avx2") != 0, &blendAvx2, &blendOneWeightAvx2},
+      {"avx512", hasAvx512(), &blendAvx512, &blendOneWeightAvx512},
   };
   return table;
 }
 
-constexpr unsigned int kPathCount = 3;
+constexpr unsigned int kPathCount = 4;
 
 // The vector paths read a block of vertices before writing any of its
 // outputs; the scalar loop reads each vertex just before writing it. When the

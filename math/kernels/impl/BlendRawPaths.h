@@ -24,6 +24,14 @@ void blendRawAvx2(const float* source, unsigned int count, const float* weights,
 void blendOneWeightRawAvx2(const float* source, unsigned int count, const unsigned char* indices,
                            unsigned int weightsPerVertex, const float* matrices, unsigned char* out,
                            unsigned int stride);
+/// AVX-512 (F, VL, BW, DQ): sixteen vertices at a time; only called when the
+/// processor has all four.
+void blendRawAvx512(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
+                    unsigned int weightsPerVertex, const float* matrices, unsigned char* out, unsigned int stride);
+/// AVX-512, first influence only, unweighted.
+void blendOneWeightRawAvx512(const float* source, unsigned int count, const unsigned char* indices,
+                             unsigned int weightsPerVertex, const float* matrices, unsigned char* out,
+                             unsigned int stride);
 
 }  // namespace impl
 }  // namespace Math
