@@ -1,6 +1,8 @@
 // Matrix layout and core arithmetic: products and their aliasing, the
 // tolerance comparison, transposes, element-wise arithmetic, array transforms.
 
+#include <cmath>
+#include <limits>
 #include <random>
 #include <type_traits>
 
@@ -85,6 +87,38 @@ TEST(MatrixProduct, MatchesTheWrittenSumInEveryAliasing) {
     pre.multiply(c);  // c applies first
     expectBits(referenceProduct(c, d), pre);
   }
+}
+
+namespace {
+
+// a·b for values where the order of the sum shows: overflow that a later term
+// cannot undo, a tie that rounds back to 1, signed zeros and NaNs. Summed in
+// any other order, row 0 would give max and 1 + 2 * half.
+template <class M>
+void expectEdgeValueProduct(void (*product)(M&, const M&, const M&)) {
+  using T = typename M::Scalar;
+  const T max = std::numeric_limits<T>::max(), inf = std::numeric_limits<T>::infinity();
+  const T half = std::numeric_limits<T>::epsilon() / 2, z = T(-0.0), nan = std::numeric_limits<T>::quiet_NaN();
+  const M a(1, 1, 1, 0, inf, 0, 0, 0, z, z, z, z, 0, 0, 0, 0);
+  const M b(max, 1, z, inf, max, half, z, -inf, -max, half, z, 1, 0, 0, z, 0);
+  const M expected(inf, 1, z, nan, inf, inf, nan, nan, 0, z, 0, nan, 0, 0, z, nan);
+  M r;
+  product(r, a, b);
+  for (int i = 0; i < 16; ++i) {
+    if (std::isnan(expected[i]))
+      EXPECT_TRUE(std::isnan(r[i])) << " element " << i;
+    else
+      EXPECT_BITEQ(expected[i], r[i]) << " element " << i;
+  }
+}
+
+}  // namespace
+
+TEST(MatrixProduct, EdgeValuesFollowTheWrittenOrder) {
+  expectEdgeValueProduct<zeMatrix44f>(
+      [](zeMatrix44f& r, const zeMatrix44f& a, const zeMatrix44f& b) { zeMatrix44f::matrixMultiply(&r, &a, &b); });
+  expectEdgeValueProduct<zeMatrix44d>(
+      [](zeMatrix44d& r, const zeMatrix44d& a, const zeMatrix44d& b) { r.multiply(a, b); });
 }
 
 TEST(MatrixProduct, PreMultiplyAppliesTheArgumentFirst) {

@@ -9,6 +9,10 @@
 
 #include <cmath>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "math/zeMathThreshold.h"
 
 namespace Lux {
@@ -26,6 +30,48 @@ inline void productInto(T* r, const T* a, const T* b) noexcept {
     }
   }
 }
+
+#if defined(__SSE2__)
+// The vector forms compute a whole result row at once, one element per lane:
+// a[row][k] broadcast, times row k of b, added in the order k = 0..3 with
+// separate multiplies and adds, so every element gets the bits of the sum
+// above. SSE2 is part of x86-64, so no run-time choice is needed.
+
+/// Writes a·b into r, a row of four floats at a time. r must be neither a nor b.
+template <>
+inline void productInto<float>(float* r, const float* a, const float* b) noexcept {
+  const __m128 b0 = _mm_loadu_ps(b), b1 = _mm_loadu_ps(b + 4), b2 = _mm_loadu_ps(b + 8), b3 = _mm_loadu_ps(b + 12);
+  for (int row = 0; row < 4; ++row) {
+    const float* ar = a + 4 * row;
+    __m128 sum = _mm_mul_ps(_mm_set1_ps(ar[0]), b0);
+    sum = _mm_add_ps(sum, _mm_mul_ps(_mm_set1_ps(ar[1]), b1));
+    sum = _mm_add_ps(sum, _mm_mul_ps(_mm_set1_ps(ar[2]), b2));
+    sum = _mm_add_ps(sum, _mm_mul_ps(_mm_set1_ps(ar[3]), b3));
+    _mm_storeu_ps(r + 4 * row, sum);
+  }
+}
+
+/// Writes a·b into r, each row as two pairs of doubles. r must be neither a nor b.
+template <>
+inline void productInto<double>(double* r, const double* a, const double* b) noexcept {
+  const __m128d b0l = _mm_loadu_pd(b), b0h = _mm_loadu_pd(b + 2), b1l = _mm_loadu_pd(b + 4), b1h = _mm_loadu_pd(b + 6),
+                b2l = _mm_loadu_pd(b + 8), b2h = _mm_loadu_pd(b + 10), b3l = _mm_loadu_pd(b + 12),
+                b3h = _mm_loadu_pd(b + 14);
+  for (int row = 0; row < 4; ++row) {
+    const double* ar = a + 4 * row;
+    const __m128d a0 = _mm_set1_pd(ar[0]), a1 = _mm_set1_pd(ar[1]), a2 = _mm_set1_pd(ar[2]), a3 = _mm_set1_pd(ar[3]);
+    __m128d lo = _mm_mul_pd(a0, b0l), hi = _mm_mul_pd(a0, b0h);
+    lo = _mm_add_pd(lo, _mm_mul_pd(a1, b1l));
+    hi = _mm_add_pd(hi, _mm_mul_pd(a1, b1h));
+    lo = _mm_add_pd(lo, _mm_mul_pd(a2, b2l));
+    hi = _mm_add_pd(hi, _mm_mul_pd(a2, b2h));
+    lo = _mm_add_pd(lo, _mm_mul_pd(a3, b3l));
+    hi = _mm_add_pd(hi, _mm_mul_pd(a3, b3h));
+    _mm_storeu_pd(r + 4 * row, lo);
+    _mm_storeu_pd(r + 4 * row + 2, hi);
+  }
+}
+#endif
 
 template <class M, class T, class V3, class V4>
 class Matrix44Ops {
