@@ -1,16 +1,20 @@
 // Morphing and the 4x4 product. Morphing with 1 and 8 targets over 1M
 // vertices is set against a plain streaming loop that reads and writes the
-// same bytes (the bandwidth it could reach); the float and double products
-// against GLM's and Eigen's.
+// same bytes (the bandwidth it could reach), and each instruction-set path
+// of the kernel on its own; the float and double products against GLM's and
+// Eigen's.
 //
-// Benchmark names: Morph/<variant>/<targets>, Product/<variant>.
+// Benchmark names: Morph/<variant>/<targets> (variant Published, Streaming,
+// Scalar or a path name: sse2, avx2, avx512), Product/<variant>.
 
 #include <random>
+#include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include <math/ZEMath.h>
+#include <math/kernels/impl/MorphingPaths.h>
 
 #ifdef ZEMATH_BENCH_GLM
 #include <glm/glm.hpp>
@@ -54,11 +58,10 @@ void setBytes(benchmark::State& state, const Morph& m) {
   state.SetBytesProcessed(std::int64_t(state.iterations()) * perVertex * kVertices);
 }
 
-void morph(benchmark::State& state) {
+void morph(benchmark::State& state, zeVectorMorphing::MorphingFunction f) {
   Morph& m = morphFor(unsigned(state.range(0)));
   for (auto _ : state) {
-    zeVectorMorphing::_vectorMorphingFunction(m.base.data(), m.pointers.data(), m.weights.data(), kVertices,
-                                              unsigned(m.pointers.size()), m.out.data(), 12);
+    f(m.base.data(), m.pointers.data(), m.weights.data(), kVertices, unsigned(m.pointers.size()), m.out.data(), 12);
     benchmark::ClobberMemory();
   }
   setBytes(state, m);
@@ -143,8 +146,14 @@ void productEigen(benchmark::State& state) {
 
 int main(int argc, char** argv) {
   zeVectorMorphing::userRegister();
-  benchmark::RegisterBenchmark("Morph/Published", &morph)->Arg(1)->Arg(8);
+  benchmark::RegisterBenchmark("Morph/Published", &morph, zeVectorMorphing::_vectorMorphingFunction)->Arg(1)->Arg(8);
   benchmark::RegisterBenchmark("Morph/Streaming", &streaming)->Arg(1)->Arg(8);
+  benchmark::RegisterBenchmark("Morph/Scalar", &morph, &impl::morphScalar)->Arg(1)->Arg(8);
+  for (unsigned int i = 1; i < impl::morphPathCount(); ++i) {
+    const impl::MorphPath& p = impl::morphPath(i);
+    if (p.available)
+      benchmark::RegisterBenchmark((std::string("Morph/") + p.name).c_str(), &morph, p.function)->Arg(1)->Arg(8);
+  }
   benchmark::RegisterBenchmark("Product/Float", &productFloat);
   benchmark::RegisterBenchmark("Product/Double", &productDouble);
 #ifdef ZEMATH_BENCH_GLM

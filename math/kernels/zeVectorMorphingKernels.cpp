@@ -1,12 +1,18 @@
 #include "math/kernels/zeVectorMorphingKernels.h"
 
+#include <cstddef>
+#include <cstdint>
+
+#include "math/kernels/impl/MorphRawPaths.h"
+#include "math/kernels/impl/MorphingPaths.h"
 #include "math/kernels/impl/StridedOutput.h"
 
 namespace Lux {
 namespace Math {
+namespace impl {
 
-void morphNonAligned(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
-                     unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
+void morphScalar(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+                 unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
   if (count == 0) return;
   impl::StridedOutput out(destination, destinationStride);
   for (unsigned int i = 0; i < count; ++i) {
@@ -23,6 +29,115 @@ void morphNonAligned(const zeVec3f* base, const zeVec3f** targets, const float* 
     out.write(x, y, z);
     out.next();
   }
+}
+
+namespace {
+
+// A vector path adds the targets in passes of at most kMorphPassTargets,
+// each pass given its own copy of the target addresses. The first pass
+// starts from the base; each later one from the sums so far, which it reads
+// back from the outputs. A float stored and read back is the same float, so
+// the passes add in exactly the scalar order.
+void morphInPasses(MorphPass pass, const zeVec3f* base, const zeVec3f** targets, const float* weights,
+                   unsigned int count, unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
+  if (count == 0) return;
+  const unsigned char* from = reinterpret_cast<const unsigned char*>(base);
+  unsigned int fromStride = sizeof(zeVec3f);
+  unsigned char* out = reinterpret_cast<unsigned char*>(destination);
+  unsigned int done = 0;
+  do {
+    const unsigned int n = targetCount - done < kMorphPassTargets ? targetCount - done : kMorphPassTargets;
+    const float* passTargets[kMorphPassTargets];
+    for (unsigned int k = 0; k < n; ++k) passTargets[k] = reinterpret_cast<const float*>(targets[done + k]);
+    pass(from, fromStride, passTargets, weights + done, n, count, out, destinationStride);
+    from = out;
+    fromStride = destinationStride;
+    done += n;
+  } while (done < targetCount);
+}
+
+void morphSse2(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+               unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
+  morphInPasses(&morphPassSse2, base, targets, weights, count, targetCount, destination, destinationStride);
+}
+
+void morphAvx2(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+               unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
+  morphInPasses(&morphPassAvx2, base, targets, weights, count, targetCount, destination, destinationStride);
+}
+
+void morphAvx512(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+                 unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
+  morphInPasses(&morphPassAvx512, base, targets, weights, count, targetCount, destination, destinationStride);
+}
+
+const MorphPath* paths() {
+  static const MorphPath table[] = {
+      {"scalar", true, &morphScalar},
+      {"sse2", true, &morphSse2},
+      {"avx2", __builtin_cpu_supports("avx2") != 0, &morphAvx2},
+      {"avx512", __builtin_cpu_supports("avx512f") != 0, &morphAvx512},
+  };
+  return table;
+}
+
+constexpr unsigned int kPathCount = 4;
+
+bool overlaps(const void* a, std::size_t aBytes, const void* b, std::size_t bBytes) {
+  const std::uintptr_t a0 = reinterpret_cast<std::uintptr_t>(a), b0 = reinterpret_cast<std::uintptr_t>(b);
+  return aBytes != 0 && bBytes != 0 && a0 < b0 + bBytes && b0 < a0 + aBytes;
+}
+
+// The vector paths read a block of vectors, and the weights and target
+// addresses once, before writing; the scalar loop reads each of them just
+// before it is used. When the outputs share bytes with an input the two
+// could differ, so the scalar loop serves that case. Writing each output over
+// its own base vector (the destination is the base, packed) is the one
+// overlap they share: every block reads its base before writing it. Outputs
+// closer than 12 bytes overlay one another, which later passes would read
+// back; the scalar loop serves those too.
+bool outputsShareBytes(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+                       unsigned int targetCount, const zeVec3f* destination, unsigned int destinationStride) {
+  if (count > 1 && destinationStride < sizeof(zeVec3f)) return true;
+  const std::size_t n = count;
+  const std::size_t outBytes = (n - 1) * destinationStride + sizeof(zeVec3f);
+  const std::size_t vectorBytes = n * sizeof(zeVec3f);
+  const bool inPlace = destination == base && destinationStride == sizeof(zeVec3f);
+  if (!inPlace && overlaps(destination, outBytes, base, vectorBytes)) return true;
+  if (overlaps(destination, outBytes, targets, targetCount * sizeof(*targets))) return true;
+  if (overlaps(destination, outBytes, weights, targetCount * sizeof(*weights))) return true;
+  for (unsigned int t = 0; t < targetCount; ++t)
+    if (overlaps(destination, outBytes, targets[t], vectorBytes)) return true;
+  return false;
+}
+
+}  // namespace
+
+unsigned int morphPathCount() noexcept { return kPathCount; }
+
+const MorphPath& morphPath(unsigned int i) noexcept { return paths()[i < kPathCount ? i : 0]; }
+
+const MorphPath& selectedMorphPath() noexcept {
+  static const MorphPath* const chosen = [] {
+    const MorphPath* best = paths();
+    for (unsigned int i = 1; i < kPathCount; ++i)
+      if (paths()[i].available) best = paths() + i;
+    return best;
+  }();
+  return *chosen;
+}
+
+}  // namespace impl
+
+// The published kernel chooses the widest path the processor runs, once;
+// every path yields the scalar loop's bits.
+void morphNonAligned(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+                     unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
+  if (count == 0) return;
+  const bool shared =
+      impl::outputsShareBytes(base, targets, weights, count, targetCount, destination, destinationStride);
+  const impl::MorphPathFunction f = shared ? &impl::morphScalar : impl::selectedMorphPath().function;
+  f(base, targets, weights, count, targetCount, destination, destinationStride);
 }
 
 }  // namespace Math
