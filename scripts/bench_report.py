@@ -72,19 +72,41 @@ def main():
     def ratio(a, b, wall=False):
         return f"{t(a, wall) / t(b, wall):.2f}x" if t(a, wall) and t(b, wall) else "n/a"
 
+    def row(label, baseline, subject, goal, wall=False):
+        lines.append(f"| {label} | {ratio(baseline, subject, wall)} | {goal} |")
+
     big = "4/1000000/12"
-    lines.append(f"| Skinning 4 influences 1M: published vs scalar | {ratio('Skin/Scalar/' + big, 'Skin/Published/' + big)} | >= 3x |")
-    lines.append(f"| Skinning vs GLM loop | {ratio('Skin/GLM/' + big, 'Skin/Published/' + big)} | >= 2x |")
-    lines.append(f"| Skinning vs Eigen loop | {ratio('Skin/Eigen/' + big, 'Skin/Published/' + big)} | >= 2x |")
-    lines.append(f"| Skinning on two threads vs one (wall time) | "
-                 f"{ratio('Skin/Published/' + big, 'Skin/PublishedTwoThreads/' + big + '/real_time/threads:2', True)} | reported |")
+    row("Skinning 4 influences 1M: published vs scalar", "Skin/Scalar/" + big, "Skin/Published/" + big, ">= 3x")
+    row("Skinning vs GLM loop", "Skin/GLM/" + big, "Skin/Published/" + big, ">= 2x")
+    row("Skinning vs Eigen loop", "Skin/Eigen/" + big, "Skin/Published/" + big, ">= 2x")
+    row("Skinning on two threads vs one (wall time)", "Skin/Published/" + big,
+        "Skin/PublishedTwoThreads/" + big + "/real_time/threads:2", "reported", True)
     for n in ("1", "8"):
-        lines.append(f"| Morphing {n} target(s): bandwidth vs streaming loop | "
-                     f"{ratio('Morph/Streaming/' + n, 'Morph/Published/' + n)} | >= 0.8 (for 8) |")
-    lines.append(f"| 4x4 float product vs GLM | {ratio('Product/GLM', 'Product/Float')} | >= 1 |")
-    lines.append(f"| 4x4 float product vs Eigen | {ratio('Product/Eigen', 'Product/Float')} | >= 1 |")
-    lines.append(f"| Dispatch through the tables vs direct call | "
-                 f"{ratio('BoxSphere/DirectCall', 'BoxSphere/ThroughIntersect')} | >= 0.67 (at most 1.5x the time) |")
+        row(f"Morphing {n} target(s): bandwidth vs streaming loop", f"Morph/Streaming/{n}", f"Morph/Published/{n}",
+            ">= 0.8 (for 8)")
+    for kind in ("f3Points", "f4Points", "d3Points", "d4Points", "f3Vectors", "f4Vectors"):
+        row(f"Array transform {kind}, 100k: published vs scalar", f"Transform/Scalar/{kind}/100000",
+            f"Transform/Published/{kind}/100000", ">= 2x" if kind.endswith("Points") else "reported")
+    row("4x4 float product vs GLM", "Product/GLM", "Product/Float", ">= 1")
+    row("4x4 float product vs Eigen", "Product/Eigen", "Product/Float", ">= 1")
+    row("Dispatch box/sphere: direct call vs through the tables", "BoxSphere/DirectCall",
+        "BoxSphere/ThroughIntersect", ">= 0.67 (at most 1.5x the time)")
+    for pair in ("PlaneBox", "PlaneSphere", "PlaneRay"):
+        row(f"Dispatch {pair}: direct call vs through the tables", f"Dispatch/{pair}/Direct",
+            f"Dispatch/{pair}/Table", ">= 0.67")
+
+    lines += ["", "## Against the peers", "",
+              "Time of the peer over time of the library (above 1: the library is faster).", "",
+              "| Work | vs GLM | vs Eigen |", "|---|---|---|"]
+    for work in ("Invert", "InvertAffine", "Slerp", "QuatToMatrix"):
+        for p in ("f", "d"):
+            lines.append(f"| {work} ({p}) | {ratio(f'{work}/GLM/{p}', f'{work}/ZEMath/{p}')} | "
+                         f"{ratio(f'{work}/Eigen/{p}', f'{work}/ZEMath/{p}')} |")
+    for kind in ("f3Points", "f4Points", "d3Points", "d4Points"):
+        lines.append(f"| Array transform {kind}, 100k | {ratio(f'Transform/GLM/{kind}/100000', f'Transform/Published/{kind}/100000')} | "
+                     f"{ratio(f'Transform/Eigen/{kind}/100000', f'Transform/Published/{kind}/100000')} |")
+    lines.append(f"| intersectRay, front side (GLM's test does less) | "
+                 f"{ratio('IntersectRay/GLM', 'IntersectRay/ZEMath/FrontSide')} | n/a |")
     lines += ["", "## All medians", "", "| Benchmark | Time (ns) | CPU (ns) | Items/s |", "|---|---|---|---|"]
     for name, b in m.items():
         ips = b.get("items_per_second")
@@ -92,7 +114,7 @@ def main():
                      else f"| {name} | {b['real_time']:.1f} | {b['cpu_time']:.1f} | |")
 
     if shutil.which("gnuplot"):
-        variants = ["Scalar", "sse2", "avx2", "Published", "GLM", "Eigen"]
+        variants = ["Scalar", "sse2", "avx2", "avx512", "Published", "GLM", "Eigen"]
         rows = []
         for k in range(1, 5):
             row = [str(k)]

@@ -73,46 +73,25 @@ const float* raw(const zeVec4f* v) { return reinterpret_cast<const float*>(v); }
 const float* raw(const zeMatrix44f* m) { return reinterpret_cast<const float*>(m); }
 unsigned char* raw(zeVec3f* v) { return reinterpret_cast<unsigned char*>(v); }
 
-void blendSse2(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
+typedef void (*RawWeighted)(const float*, unsigned int, const float*, const unsigned char*, unsigned int, const float*,
+                            unsigned char*, unsigned int);
+typedef void (*RawOneWeight)(const float*, unsigned int, const unsigned char*, unsigned int, const float*,
+                             unsigned char*, unsigned int);
+
+/// A raw weighted path behind the kernel's arguments.
+template <RawWeighted kRaw>
+void weighted(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
+              unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
+              unsigned int destinationStride) {
+  kRaw(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination), destinationStride);
+}
+
+/// A raw one-weight path behind the kernel's arguments; it reads no weight.
+template <RawOneWeight kRaw>
+void oneWeight(const zeVec4f* source, unsigned int count, const float* /*weights*/, const unsigned char* indices,
                unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
                unsigned int destinationStride) {
-  blendRawSse2(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination),
-               destinationStride);
-}
-
-void blendOneWeightSse2(const zeVec4f* source, unsigned int count, const float* /*weights*/,
-                        const unsigned char* indices, unsigned int weightsPerVertex, const zeMatrix44f* matrices,
-                        zeVec3f* destination, unsigned int destinationStride) {
-  blendOneWeightRawSse2(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination),
-                        destinationStride);
-}
-
-void blendAvx2(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
-               unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
-               unsigned int destinationStride) {
-  blendRawAvx2(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination),
-               destinationStride);
-}
-
-void blendOneWeightAvx2(const zeVec4f* source, unsigned int count, const float* /*weights*/,
-                        const unsigned char* indices, unsigned int weightsPerVertex, const zeMatrix44f* matrices,
-                        zeVec3f* destination, unsigned int destinationStride) {
-  blendOneWeightRawAvx2(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination),
-                        destinationStride);
-}
-
-void blendAvx512(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
-                 unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
-                 unsigned int destinationStride) {
-  blendRawAvx512(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination),
-                 destinationStride);
-}
-
-void blendOneWeightAvx512(const zeVec4f* source, unsigned int count, const float* /*weights*/,
-                          const unsigned char* indices, unsigned int weightsPerVertex, const zeMatrix44f* matrices,
-                          zeVec3f* destination, unsigned int destinationStride) {
-  blendOneWeightRawAvx512(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination),
-                          destinationStride);
+  kRaw(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination), destinationStride);
 }
 
 bool hasAvx512() {
@@ -123,9 +102,9 @@ bool hasAvx512() {
 const BlendPath* paths() {
   static const BlendPath table[] = {
       {"scalar", true, &blendScalar, &blendOneWeightScalar},
-      {"sse2", true, &blendSse2, &blendOneWeightSse2},
-      {"avx2", __builtin_cpu_supports("avx2") != 0, &blendAvx2, &blendOneWeightAvx2},
-      {"avx512", hasAvx512(), &blendAvx512, &blendOneWeightAvx512},
+      {"sse2", true, &weighted<&blendRawSse2>, &oneWeight<&blendOneWeightRawSse2>},
+      {"avx2", __builtin_cpu_supports("avx2") != 0, &weighted<&blendRawAvx2>, &oneWeight<&blendOneWeightRawAvx2>},
+      {"avx512", hasAvx512(), &weighted<&blendRawAvx512>, &oneWeight<&blendOneWeightRawAvx512>},
   };
   return table;
 }
