@@ -13,6 +13,7 @@
 #include <emmintrin.h>
 #endif
 
+#include "math/impl/ArrayTransforms.h"
 #include "math/zeMathThreshold.h"
 
 namespace Lux {
@@ -137,19 +138,19 @@ class Matrix44Ops {
 
   /// dst[i] = src[i] transformed as a direction by the 3x3 block; src may be dst.
   void transformVectors(V3* src, V3* dst, unsigned int count) const noexcept {
-    for (unsigned int i = 0; i < count; ++i) dst[i].transformVector(src[i], self());
+    transformVectorArray(self(), src, dst, count);
   }
   /// dst[i] = src[i] transformed as a point with the projective divide; src may be dst.
   void transformPoints(V3* src, V3* dst, unsigned int count) const noexcept {
-    for (unsigned int i = 0; i < count; ++i) dst[i].transformPoint(src[i], self());
+    transformPointArray(self(), src, dst, count);
   }
   /// dst[i] = x, y, z of src[i] by the 3x3 block, w copied; src may be dst.
   void transformVectors(V4* src, V4* dst, unsigned int count) const noexcept {
-    for (unsigned int i = 0; i < count; ++i) dst[i].transformVector(src[i], self());
+    transformVectorArray(self(), src, dst, count);
   }
   /// dst[i] = src[i] times this matrix in full, no divide; src may be dst.
   void transformPoints(V4* src, V4* dst, unsigned int count) const noexcept {
-    for (unsigned int i = 0; i < count; ++i) dst[i].transformPoint(src[i], self());
+    transformPointArray(self(), src, dst, count);
   }
 
   /// Largest absolute element, visiting in storage order from 0; NaN never wins.
