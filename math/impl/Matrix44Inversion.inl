@@ -35,8 +35,31 @@ inline T minor3(const T* e, const int (&row)[3], const int (&col)[3]) noexcept {
 /// The three indices 0..3 other than skipped, in ascending order.
 inline void allBut(int skipped, int (&out)[3]) noexcept {
   int n = 0;
+#pragma GCC unroll 4
   for (int i = 0; i < 4; ++i) {
     if (i != skipped) out[n++] = i;
+  }
+}
+
+/// out(r, c) = finish(the cofactor of m's element (c, r)): finish applied to
+/// the transposed cofactor matrix. m is read completely before out is written.
+/// The loops are unrolled in full, so that every index is a constant and each
+/// cofactor straight-line code; as loops, the index arrays cost most of invert().
+template <class T, class M, class F>
+inline void cofactorsInto(const M& m, M& out, F finish) noexcept {
+  T e[16];
+  for (int i = 0; i < 16; ++i) e[i] = m[i];
+#pragma GCC unroll 4
+  for (int r = 0; r < 4; ++r) {
+#pragma GCC unroll 4
+    for (int c = 0; c < 4; ++c) {
+      // Drop row c and column r.
+      int rows[3], cols[3];
+      allBut(c, rows);
+      allBut(r, cols);
+      const T minor = minor3(e, rows, cols);
+      out(r, c) = finish(((r + c) % 2 == 0) ? minor : -minor);
+    }
   }
 }
 
@@ -57,28 +80,17 @@ T Matrix44Inversion<M, T, V3, V4>::determinant(const M& m) noexcept {
 
 template <class M, class T, class V3, class V4>
 void Matrix44Inversion<M, T, V3, V4>::adjoint(const M& m, M& adj) noexcept {
-  T e[16];
-  for (int i = 0; i < 16; ++i) e[i] = m[i];  // all read before adj is written
-  for (int r = 0; r < 4; ++r) {
-    for (int c = 0; c < 4; ++c) {
-      // The cofactor of m's element (c, r): drop row c and column r.
-      int rows[3], cols[3];
-      inversion::allBut(c, rows);
-      inversion::allBut(r, cols);
-      const T minor = inversion::minor3(e, rows, cols);
-      adj(r, c) = ((r + c) % 2 == 0) ? minor : -minor;
-    }
-  }
+  inversion::cofactorsInto<T>(m, adj, [](T cofactor) { return cofactor; });
 }
 
 template <class M, class T, class V3, class V4>
 int Matrix44Inversion<M, T, V3, V4>::invertAboveThreshold(const M& m, T smallest) noexcept {
-  M adj;
-  adjoint(m, adj);
   const T d = determinant(m);
   if (std::fabs(d) < smallest) return kFailure;
   const T r = T(1) / d;
-  for (int i = 0; i < 16; ++i) self()[i] = adj[i] * r;
+  // adjoint(m) * r, each element multiplied as it is made: the same products,
+  // without a round trip through a temporary matrix.
+  inversion::cofactorsInto<T>(m, self(), [r](T cofactor) { return cofactor * r; });
   return kSuccess;
 }
 
@@ -127,6 +139,8 @@ int Matrix44Inversion<M, T, V3, V4>::invertAffine(const M& m) noexcept {
                          -m(0, 2) * m(1, 1) * m(2, 0), -m(0, 1) * m(1, 0) * m(2, 2), -m(0, 0) * m(1, 2) * m(2, 1)};
   T pos = T(0);
   T neg = T(0);
+  // Unrolled, the six products stay in registers instead of a stack array.
+#pragma GCC unroll 6
   for (const T p : products) {
     if (p >= T(0)) {
       pos = pos + p;

@@ -65,6 +65,10 @@ inline void crossXYZ(const V& a, const V& b, T& x, T& y, T& z) noexcept {
 template <class V, class T, int N>
 class VecOps : public VecAccess<V, T, N> {
   using Access = VecAccess<V, T, N>;
+  // The component loops below carry `#pragma GCC unroll 4`: left as loops,
+  // a result is stored one component at a time and read back whole, which
+  // stalls. The pragma takes a literal, not N, hence this bound.
+  static_assert(N <= 4, "the component loops are unrolled for at most 4 components");
 
  public:
   /// Componentwise a + b.
@@ -87,6 +91,7 @@ class VecOps : public VecAccess<V, T, N> {
   }
   /// Exact componentwise equality (NaN is unequal to everything, -0 equals +0).
   friend bool operator==(const V& a, const V& b) noexcept {
+#pragma GCC unroll 4
     for (int i = 0; i < N; ++i)
       if (!(a[i] == b[i])) return false;
     return true;
@@ -102,6 +107,7 @@ class VecOps : public VecAccess<V, T, N> {
   T dot(const V& b) const noexcept {
     const V& a = this->self();
     T sum = a[0] * b[0];
+#pragma GCC unroll 4
     for (int i = 1; i < N; ++i) sum = sum + a[i] * b[i];
     return sum;
   }
@@ -122,6 +128,7 @@ class VecOps : public VecAccess<V, T, N> {
   template <class F>
   static V zip(const V& a, const V& b, F f) noexcept {
     V r;
+#pragma GCC unroll 4
     for (int i = 0; i < N; ++i) r[i] = f(a[i], b[i]);
     return r;
   }
