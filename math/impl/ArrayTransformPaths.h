@@ -40,7 +40,8 @@ struct ArrayTransformPath {
 ZEMATH_API unsigned int arrayTransformPathCount() noexcept;
 /// Path `i` (below arrayTransformPathCount()).
 ZEMATH_API const ArrayTransformPath& arrayTransformPath(unsigned int i) noexcept;
-/// The path the matrix members use: the widest available one.
+/// The kernels the matrix members use: those of the widest available path,
+/// except where a narrower one measured faster (then named in `name`).
 ZEMATH_API const ArrayTransformPath& selectedArrayTransformPath() noexcept;
 
 }  // namespace impl

@@ -1,0 +1,89 @@
+#pragma once
+
+/// \file
+/// SSE2 lanes: four floats or two doubles per register, behind the names the
+/// vector loops are written with. Included only by the files built for one
+/// instruction set each, next to a loop header and the raw-pointer
+/// declarations. Everything here lives in an anonymous namespace so that each
+/// such file keeps its own copy: an inline function shared across files could
+/// be emitted with wider instructions and picked by the linker for a caller
+/// that runs without them.
+
+#include <emmintrin.h>
+
+namespace Lux {
+namespace Math {
+namespace impl {
+namespace {
+
+/// Four floats per register.
+struct Sse2Float {
+  typedef float T;
+  typedef __m128 F;
+  typedef __m128 Mask;
+  static constexpr int N = 4;
+  /// Scalars per 128 bits.
+  static constexpr int kChunk = 4;
+  static F zero() { return _mm_setzero_ps(); }
+  static F set1(T v) { return _mm_set1_ps(v); }
+  static F load(const T* p) { return _mm_loadu_ps(p); }
+  static void store(T* p, F v) { _mm_storeu_ps(p, v); }
+  /// Non-temporal store to 16-byte aligned p; fence() orders it.
+  static void stream(T* p, F v) { _mm_stream_ps(p, v); }
+  static void fence() { _mm_sfence(); }
+  static F add(F a, F b) { return _mm_add_ps(a, b); }
+  static F mul(F a, F b) { return _mm_mul_ps(a, b); }
+  static F div(F a, F b) { return _mm_div_ps(a, b); }
+  static F abs(F a) { return _mm_andnot_ps(_mm_set1_ps(-0.0f), a); }
+  // Ordered: false when either side is NaN.
+  static Mask less(F a, F b) { return _mm_cmplt_ps(a, b); }
+  static Mask greater(F a, F b) { return _mm_cmpgt_ps(a, b); }
+  static Mask equal(F a, F b) { return _mm_cmpeq_ps(a, b); }
+  /// a where the mask is set, b elsewhere.
+  static F select(Mask m, F a, F b) { return _mm_or_ps(_mm_and_ps(m, a), _mm_andnot_ps(m, b)); }
+  static F unpacklo(F a, F b) { return _mm_unpacklo_ps(a, b); }
+  static F unpackhi(F a, F b) { return _mm_unpackhi_ps(a, b); }
+  template <int kImm>
+  static F shuffle(F a, F b) {
+    return _mm_shuffle_ps(a, b, kImm);
+  }
+};
+
+/// Two doubles per register.
+struct Sse2Double {
+  typedef double T;
+  typedef __m128d F;
+  typedef __m128d Mask;
+  static constexpr int N = 2;
+  /// Scalars per 128 bits.
+  static constexpr int kChunk = 2;
+  static F zero() { return _mm_setzero_pd(); }
+  static F set1(T v) { return _mm_set1_pd(v); }
+  static F load(const T* p) { return _mm_loadu_pd(p); }
+  static void store(T* p, F v) { _mm_storeu_pd(p, v); }
+  /// Non-temporal store to 16-byte aligned p; fence() orders it.
+  static void stream(T* p, F v) { _mm_stream_pd(p, v); }
+  static void fence() { _mm_sfence(); }
+  static F add(F a, F b) { return _mm_add_pd(a, b); }
+  static F mul(F a, F b) { return _mm_mul_pd(a, b); }
+  static F div(F a, F b) { return _mm_div_pd(a, b); }
+  static F abs(F a) { return _mm_andnot_pd(_mm_set1_pd(-0.0), a); }
+  // Ordered: false when either side is NaN.
+  static Mask less(F a, F b) { return _mm_cmplt_pd(a, b); }
+  static Mask greater(F a, F b) { return _mm_cmpgt_pd(a, b); }
+  static Mask equal(F a, F b) { return _mm_cmpeq_pd(a, b); }
+  /// a where the mask is set, b elsewhere.
+  static F select(Mask m, F a, F b) { return _mm_or_pd(_mm_and_pd(m, a), _mm_andnot_pd(m, b)); }
+  static F unpacklo(F a, F b) { return _mm_unpacklo_pd(a, b); }
+  static F unpackhi(F a, F b) { return _mm_unpackhi_pd(a, b); }
+  /// kImm is the two-bit pattern of _mm_shuffle_pd.
+  template <int kImm>
+  static F shuffle(F a, F b) {
+    return _mm_shuffle_pd(a, b, kImm);
+  }
+};
+
+}  // namespace
+}  // namespace impl
+}  // namespace Math
+}  // namespace Lux
