@@ -12,6 +12,7 @@
 
 #include "math/impl/ArrayTransformPaths.h"
 #include "support/Bits.h"
+#include "support/PathCompare.h"
 
 using namespace Lux::Math;
 using impl::ArrayTransformFunction;
@@ -22,11 +23,8 @@ namespace {
 template <class M, class V>
 using Kernel = ArrayTransformFunction<M, V> ArrayTransformPath::*;
 
-std::vector<const ArrayTransformPath*> runnablePaths() {
-  std::vector<const ArrayTransformPath*> paths;
-  for (unsigned int i = 1; i < impl::arrayTransformPathCount(); ++i)
-    if (impl::arrayTransformPath(i).available) paths.push_back(&impl::arrayTransformPath(i));
-  return paths;
+std::vector<const ArrayTransformPath*> paths() {
+  return zetest::runnablePaths(impl::arrayTransformPathCount(), &impl::arrayTransformPath);
 }
 
 // Components mostly in [-4, 4]; with `withAwkward`, now and then NaN, an
@@ -81,6 +79,16 @@ std::vector<M> matrices(unsigned int seed) {
   return ms;
 }
 
+// The identity but for w = x and a shift of 3 along x.
+template <class M>
+M wIsX() {
+  M m;
+  for (int e = 0; e < 16; ++e) m[e] = e % 5 == 0 && e != 15 ? 1 : 0;
+  m[3] = 1;
+  m[12] = 3;
+  return m;
+}
+
 // Index of the first component that differs, or -1. Two NaNs match whatever
 // their sign and payload, which the written order does not fix (a product may
 // take its operands either way round).
@@ -113,17 +121,14 @@ template <class M, class V>
 void expectAllPathsAgree(Kernel<M, V> kernel, const char* what, unsigned int seed) {
   const ArrayTransformFunction<M, V> reference = impl::arrayTransformPath(0).*kernel;
   for (const M& m : matrices<M>(seed)) {
-    std::vector<unsigned int> counts;
-    for (unsigned int n = 0; n <= 19; ++n) counts.push_back(n);
-    counts.push_back(1001);
-    for (unsigned int n : counts)
+    for (unsigned int n = 0; n <= 20; ++n)
       for (bool withAwkward : {false, true}) {
-        const std::vector<V> src = randomArray<V>(n, withAwkward, seed + 31 * n);
+        const std::vector<V> src = randomArray<V>(n < 20 ? n : 1001, withAwkward, seed + 31 * n);
         for (bool inPlace : {false, true}) {
           const std::vector<V> expected = run(reference, m, src, inPlace);
-          for (const ArrayTransformPath* p : runnablePaths())
+          for (const ArrayTransformPath* p : paths())
             EXPECT_EQ(firstDifference(run(p->*kernel, m, src, inPlace), expected), -1)
-                << p->name << " " << what << " count " << n << (inPlace ? " in place" : "");
+                << p->name << " " << what << " count " << src.size() << (inPlace ? " in place" : "");
         }
       }
   }
@@ -136,6 +141,21 @@ TEST(ArrayTransformPaths, TheScalarLoopComesFirstAndSse2IsAlwaysThere) {
   EXPECT_STREQ(impl::arrayTransformPath(0).name, "scalar");
   EXPECT_TRUE(impl::arrayTransformPath(1).available);
   EXPECT_TRUE(impl::selectedArrayTransformPath().available);
+}
+
+// With AVX-512 the members keep its float kernels and d3Points but take the
+// three double kernels that measured faster on AVX2.
+TEST(ArrayTransformPaths, TheMembersTakeThreeDoubleKernelsFromAvx2) {
+  ASSERT_EQ(impl::arrayTransformPathCount(), 4u);
+  const ArrayTransformPath &avx2 = impl::arrayTransformPath(2), &avx512 = impl::arrayTransformPath(3);
+  if (!avx512.available) GTEST_SKIP() << "no AVX-512";
+  const ArrayTransformPath& chosen = impl::selectedArrayTransformPath();
+  EXPECT_EQ(chosen.points3f, avx512.points3f);
+  EXPECT_EQ(chosen.vectors4f, avx512.vectors4f);
+  EXPECT_EQ(chosen.points3d, avx512.points3d);
+  EXPECT_EQ(chosen.vectors3d, avx2.vectors3d);
+  EXPECT_EQ(chosen.points4d, avx2.points4d);
+  EXPECT_EQ(chosen.vectors4d, avx2.vectors4d);
 }
 
 TEST(ArrayTransformPaths, FloatKernelsGiveTheScalarBits) {
@@ -154,11 +174,7 @@ TEST(ArrayTransformPaths, DoubleKernelsGiveTheScalarBits) {
 
 TEST(ArrayTransformPaths, TinyAndUnitWOnEveryPath) {
   // w = x: 1 leaves the point undivided, +-1e-9 divides by +threshold.
-  zeMatrix44f m;
-  for (int e = 0; e < 16; ++e) m[e] = e % 5 == 0 ? 1.0f : 0.0f;
-  m[3] = 1.0f;
-  m[15] = 0.0f;
-  m[12] = 3.0f;
+  const zeMatrix44f m = wIsX<zeMatrix44f>();
   std::vector<zeVec3f> src(32, zeVec3f(1.0f, 2.0f, -0.0f));
   src[5] = zeVec3f(1e-9f, 2.0f, -0.0f);
   src[30] = zeVec3f(-1e-9f, 2.0f, -0.0f);
@@ -176,11 +192,7 @@ TEST(ArrayTransformPaths, TinyAndUnitWOnEveryPath) {
 }
 
 TEST(ArrayTransformPaths, TheDoubleTwinDividesByTheWidenedSingleThreshold) {
-  zeMatrix44d m;
-  for (int e = 0; e < 16; ++e) m[e] = e % 5 == 0 ? 1.0 : 0.0;
-  m[3] = 1.0;
-  m[15] = 0.0;
-  m[12] = 3.0;
+  const zeMatrix44d m = wIsX<zeMatrix44d>();
   std::vector<zeVec3d> src(19, zeVec3d(-1e-12, 2.0, 0.5));
   // 1 / 4.999999987376214e-7, not 1 / 5e-7 (the double nearest).
   const double factor = 1.0 / static_cast<double>(5e-7f);
@@ -201,7 +213,7 @@ TEST(ArrayTransformPaths, VectorsOfFourCarryWBitForBit) {
   src[17].w = -0.0f;
   zeMatrix44f m;
   for (int e = 0; e < 16; ++e) m[e] = 2.0f;
-  for (const ArrayTransformPath* p : runnablePaths()) {
+  for (const ArrayTransformPath* p : paths()) {
     std::vector<zeVec4f> out = src;
     p->vectors4f(m, out.data(), out.data(), 40);
     EXPECT_EQ(0x7FC01234u, zetest::bitsOf(out[39].w)) << p->name;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 #include <random>
 #include <vector>
 
@@ -14,15 +13,14 @@
 #include "math/kernels/zeVectorBlendingKernels.h"
 #include "support/Bits.h"
 #include "support/GuardedPages.h"
+#include "support/PathCompare.h"
 
 using namespace Lux::Math;
+using namespace zetest;
 using impl::BlendPath;
 using impl::BlendPathFunction;
 
 namespace {
-
-constexpr float kInf = std::numeric_limits<float>::infinity();
-constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 struct Mesh {
   std::vector<zeVec4f> source;
@@ -32,93 +30,59 @@ struct Mesh {
   unsigned int weightsPerVertex = 0;
 };
 
-// Weights from a mix that hits the threshold and its neighbours, negatives,
-// zeros of both signs, NaN and infinities; values spread over many exponents.
+// With `special`, weights hit the threshold and its neighbours or an awkward
+// value half the time, and a few matrix elements and sources are not finite.
 Mesh randomMesh(unsigned int count, unsigned int weightsPerVertex, bool special, unsigned int seed) {
   std::mt19937 rng(seed);
-  std::uniform_real_distribution<float> value(-4.0f, 4.0f);
-  std::uniform_int_distribution<int> pick(0, 15);
-  const float awkward[] = {zeBlendWeightThreshold,
-                           std::nextafter(zeBlendWeightThreshold, 1.0f),
-                           std::nextafter(zeBlendWeightThreshold, 0.0f),
-                           0.0f,
-                           -0.0f,
-                           -0.5f,
-                           kNaN,
-                           kInf,
-                           -kInf,
-                           1e-30f,
-                           3e38f};
+  const float threshold[] = {zeBlendWeightThreshold, std::nextafter(zeBlendWeightThreshold, 1.0f),
+                             std::nextafter(zeBlendWeightThreshold, 0.0f)};
   Mesh m;
   m.weightsPerVertex = weightsPerVertex;
   m.palette.resize(64);
   for (zeMatrix44f& mat : m.palette)
-    for (int e = 0; e < 16; ++e) mat[e] = value(rng);
+    for (int e = 0; e < 16; ++e) mat[e] = drawFloat(rng, false);
   if (special) {
     m.palette[1][5] = kInf;
-    m.palette[2][12] = kNaN;
+    m.palette[2][12] = kNaNf;
     m.palette[3][0] = -kInf;
   }
   m.source.resize(count);
   for (zeVec4f& v : m.source) {
-    v = zeVec4f(value(rng), value(rng), value(rng), value(rng));
-    if (special && pick(rng) == 0) v.y = pick(rng) < 8 ? kNaN : -kInf;
+    v = zeVec4f(drawFloat(rng, false), drawFloat(rng, false), drawFloat(rng, false), drawFloat(rng, false));
+    if (special && rng() % 16 == 0) v.y = rng() % 2 ? kNaNf : -kInf;
   }
   for (unsigned int i = 0; i < count * weightsPerVertex; ++i) {
-    m.indices.push_back(static_cast<unsigned char>(pick(rng) * 4 + pick(rng) % 4));
-    const int p = pick(rng);
-    m.weights.push_back(special && p < 11 ? awkward[p] : value(rng) * 0.25f);
+    m.indices.push_back(static_cast<unsigned char>(rng() % 64));
+    const unsigned int p = rng() % 16;
+    m.weights.push_back(!special ? drawFloat(rng, false) * 0.25f : p < 3 ? threshold[p] : drawFloat(rng, p < 8, 1));
   }
   return m;
 }
 
 // Runs a kernel into a buffer of poisoned bytes and returns the whole buffer.
 std::vector<unsigned char> run(BlendPathFunction f, const Mesh& m, unsigned int stride, unsigned int offset) {
-  const std::size_t n = m.source.size();
-  std::vector<unsigned char> out(offset + (n ? (n - 1) * stride + 12 : 0) + 16, 0xA5);
-  f(m.source.data(), static_cast<unsigned int>(n), m.weights.data(), m.indices.data(), m.weightsPerVertex,
+  std::vector<unsigned char> out = poisonedOutputs(m.source.size(), stride, offset);
+  f(m.source.data(), static_cast<unsigned int>(m.source.size()), m.weights.data(), m.indices.data(), m.weightsPerVertex,
     m.palette.data(), reinterpret_cast<zeVec3f*>(out.data() + offset), stride);
   return out;
 }
 
-std::vector<const BlendPath*> runnablePaths() {
-  std::vector<const BlendPath*> paths;
-  for (unsigned int i = 1; i < impl::blendPathCount(); ++i)
-    if (impl::blendPath(i).available) paths.push_back(&impl::blendPath(i));
-  return paths;
-}
+std::vector<const BlendPath*> paths() { return runnablePaths(impl::blendPathCount(), &impl::blendPath); }
 
-// The offset of the first byte that differs, or -1. The outputs are read as
-// floats from `offset` on, `stride` bytes apart: two NaNs match whatever their
-// sign and payload, which the written order does not fix (an addition may
-// take its operands either way round). Every other byte must match exactly.
-long firstDifference(const std::vector<unsigned char>& a, const std::vector<unsigned char>& b, unsigned int stride,
-                     unsigned int offset) {
-  if (a.size() != b.size()) return 0;
-  std::vector<bool> nanAlike(a.size(), false);
-  for (std::size_t at = offset; at + 12 <= a.size() - 16; at += stride)
-    for (std::size_t c = at; c < at + 12; c += 4) {
-      float x, y;
-      std::memcpy(&x, &a[c], 4);
-      std::memcpy(&y, &b[c], 4);
-      if (std::isnan(x) && std::isnan(y)) nanAlike[c] = nanAlike[c + 1] = nanAlike[c + 2] = nanAlike[c + 3] = true;
-    }
-  for (std::size_t i = 0; i < a.size(); ++i)
-    if (a[i] != b[i] && !nanAlike[i]) return static_cast<long>(i);
-  return -1;
-}
-
+// The weighted kernels, and the one-weight kernels (which read the first
+// index of each vertex) where vertices have weights.
 void expectAllPathsAgree(const Mesh& m, unsigned int stride, unsigned int offset) {
   const std::vector<unsigned char> weighted = run(&impl::blendScalar, m, stride, offset);
-  for (const BlendPath* p : runnablePaths())
+  EXPECT_EQ(firstStrayWrite(weighted, m.source.size(), stride, offset), -1) << "scalar";
+  const std::vector<unsigned char> one =
+      m.weightsPerVertex ? run(&impl::blendOneWeightScalar, m, stride, offset) : weighted;
+  for (const BlendPath* p : paths()) {
     EXPECT_EQ(firstDifference(run(p->weighted, m, stride, offset), weighted, stride, offset), -1)
         << p->name << " stride " << stride;
-  // The one-weight kernel reads the first index of each vertex.
-  if (m.weightsPerVertex == 0) return;
-  const std::vector<unsigned char> one = run(&impl::blendOneWeightScalar, m, stride, offset);
-  for (const BlendPath* p : runnablePaths())
+    if (m.weightsPerVertex == 0) continue;
     EXPECT_EQ(firstDifference(run(p->oneWeight, m, stride, offset), one, stride, offset), -1)
         << p->name << " one weight";
+  }
 }
 
 }  // namespace
@@ -130,41 +94,37 @@ TEST(KernelPaths, TheScalarLoopComesFirstAndSse2IsAlwaysThere) {
   EXPECT_TRUE(impl::selectedBlendPath().available);
 }
 
-TEST(KernelPaths, RandomInputsEveryCountAndStride) {
+TEST(KernelPaths, RandomInputsEveryCountWeightCountAndStride) {
   for (unsigned int wpv = 0; wpv <= 5; ++wpv)
     for (unsigned int count = 0; count <= 19; ++count)
       for (unsigned int stride : {12u, 13u, 16u, 32u}) {
         expectAllPathsAgree(randomMesh(count, wpv, false, 7 * count + wpv), stride, 0);
         expectAllPathsAgree(randomMesh(count, wpv, true, 11 * count + wpv), stride, 3);
       }
-}
-
-TEST(KernelPaths, LargeMeshWithSpecialValues) {
+  // Long meshes, outputs over one another (stride 4) as well.
   for (unsigned int wpv = 1; wpv <= 6; ++wpv)
     for (unsigned int stride : {4u, 12u, 32u}) expectAllPathsAgree(randomMesh(1003, wpv, true, 99 + wpv), stride, 1);
 }
 
-TEST(KernelPaths, OverlappingOutputsGiveTheScalarResult) {
-  const Mesh m = randomMesh(37, 4, true, 5);
-  const std::vector<zeVec4f> original = m.source;
+TEST(KernelPaths, OutputsOverTheSourceGiveTheScalarResult) {
+  // Later vertices read earlier outputs.
+  Mesh a = randomMesh(37, 4, true, 5);
+  a.source.resize(37 * 2);
   for (unsigned int stride : {16u, 32u}) {
-    // The outputs overlay the source itself: later vertices read earlier outputs.
-    Mesh a = m, b = m;
-    a.source.resize(37 * 2);
-    b.source.resize(37 * 2);
-    impl::blendScalar(a.source.data(), 37, a.weights.data(), a.indices.data(), 4, a.palette.data(),
-                      reinterpret_cast<zeVec3f*>(reinterpret_cast<unsigned char*>(a.source.data()) + 8), stride);
-    indexedBlendAligned4Vectors(b.source.data(), 37, b.weights.data(), b.indices.data(), 4, b.palette.data(),
-                                reinterpret_cast<zeVec3f*>(reinterpret_cast<unsigned char*>(b.source.data()) + 8),
+    Mesh b = a, c = a;
+    impl::blendScalar(b.source.data(), 37, b.weights.data(), b.indices.data(), 4, b.palette.data(),
+                      reinterpret_cast<zeVec3f*>(reinterpret_cast<unsigned char*>(b.source.data()) + 8), stride);
+    indexedBlendAligned4Vectors(c.source.data(), 37, c.weights.data(), c.indices.data(), 4, c.palette.data(),
+                                reinterpret_cast<zeVec3f*>(reinterpret_cast<unsigned char*>(c.source.data()) + 8),
                                 stride);
-    EXPECT_EQ(0, std::memcmp(a.source.data(), b.source.data(), a.source.size() * sizeof(zeVec4f)));
+    EXPECT_EQ(0, std::memcmp(b.source.data(), c.source.data(), b.source.size() * sizeof(zeVec4f)));
   }
 }
 
 TEST(KernelPaths, SkippedInfluencesAddNothingEvenWhereTheirProductIsNaN) {
-  // Influence 0 points at a matrix of infinities with a weight at the
-  // threshold: multiplying it by zero would give NaN; skipping it gives half
-  // of the point through the identity.
+  // Influence 0 names a matrix of infinities with a weight at the threshold:
+  // multiplying would give NaN; skipping it leaves half the point through
+  // the identity.
   Mesh m;
   m.weightsPerVertex = 2;
   m.palette.assign(2, zeMatrix44f());
@@ -177,14 +137,13 @@ TEST(KernelPaths, SkippedInfluencesAddNothingEvenWhereTheirProductIsNaN) {
     m.weights.insert(m.weights.end(), {zeBlendWeightThreshold, 0.5f});
     m.indices.insert(m.indices.end(), {0, 1});
   }
-  expectAllPathsAgree(m, 12, 0);
-  for (const BlendPath* p : runnablePaths()) {
-    const std::vector<unsigned char> out = run(p->weighted, m, 12, 0);
-    float last[3];
-    std::memcpy(last, out.data() + 8 * 12, sizeof last);
-    EXPECT_BITEQ(last[0], 0.5f) << p->name;
-    EXPECT_BITEQ(last[1], 1.0f) << p->name;
-    EXPECT_BITEQ(last[2], 1.5f) << p->name;
+  std::vector<BlendPathFunction> kernels = {&impl::blendScalar};
+  for (const BlendPath* p : paths()) kernels.push_back(p->weighted);
+  for (BlendPathFunction f : kernels) {
+    const std::vector<unsigned char> out = run(f, m, 12, 0);
+    EXPECT_BITEQ(floatAt(out, 96), 0.5f);
+    EXPECT_BITEQ(floatAt(out, 100), 1.0f);
+    EXPECT_BITEQ(floatAt(out, 104), 1.5f);
   }
 }
 
@@ -195,10 +154,9 @@ TEST(KernelPaths, LongMeshesNamingFewSomeOrManyMatrices) {
     Mesh m = randomMesh(1500, wpv, true, 31 + wpv);
     std::mt19937 rng(wpv);
     m.palette.resize(256, m.palette[5]);
-    for (std::size_t i = 0; i < m.indices.size(); ++i) {
-      const unsigned int reach[3] = {32, 64, 256};
+    const unsigned int reach[3] = {32, 64, 256};
+    for (std::size_t i = 0; i < m.indices.size(); ++i)
       m.indices[i] = static_cast<unsigned char>(rng() % reach[i / wpv / 300 % 3]);
-    }
     for (unsigned int stride : {12u, 16u}) expectAllPathsAgree(m, stride, 0);
   }
 }
@@ -230,7 +188,7 @@ TEST(KernelPaths, LongMeshesReadNothingPastTheirInputs) {
     std::vector<unsigned char> expected(count * 12), out(count * 12);
     impl::blendScalar(m.source.data(), count, weights, indices, 4, palette, reinterpret_cast<zeVec3f*>(expected.data()),
                       12);
-    for (const BlendPath* p : runnablePaths()) {
+    for (const BlendPath* p : paths()) {
       p->weighted(m.source.data(), count, weights, indices, 4, palette, reinterpret_cast<zeVec3f*>(out.data()), 12);
       EXPECT_EQ(firstDifference(out, expected, 12, 0), -1) << p->name;
       p->oneWeight(m.source.data(), count, nullptr, firstIndices, 4, palette, reinterpret_cast<zeVec3f*>(out.data()),

@@ -4,8 +4,6 @@
 // that publish the kernels, registered by the library's initialisation.
 
 #include <cmath>
-#include <cstring>
-#include <limits>
 #include <vector>
 
 #include <math/ZEMath.h>
@@ -13,14 +11,15 @@
 #include "support/Bits.h"
 #include "support/CoreFixture.h"
 #include "support/GuardedPages.h"
+#include "support/PathCompare.h"
 
 using namespace Lux;
 using namespace Lux::Math;
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
+using zetest::kInf;
+const float kNaN = zetest::kNaNf;
 const float kTiny = 0x1p-24f;  // half an ulp of 1: 1 + kTiny rounds back to 1
 
 // A translation by (tx, ty, tz) scaled by s; column 3 is NaN, as it is never read.
@@ -28,29 +27,17 @@ zeMatrix44f translation(float tx, float ty, float tz, float s = 1.0f) {
   return zeMatrix44f(s, 0, 0, kNaN, 0, s, 0, kNaN, 0, 0, s, kNaN, tx, ty, tz, kNaN);
 }
 
-// Outputs `stride` bytes apart in a buffer whose every byte is a canary until written.
+// Outputs `stride` bytes apart in a buffer whose every byte is poison until written.
 struct Canaried {
-  std::vector<unsigned char> bytes;
-  unsigned int stride;
-  Canaried(unsigned int count, unsigned int s) : bytes(count * s + 16, 0xA5), stride(s) {}
+  unsigned int count, stride;
+  std::vector<unsigned char> bytes = zetest::poisonedOutputs(count, stride, 0);
   zeVec3f* first() { return reinterpret_cast<zeVec3f*>(bytes.data()); }
-  float at(unsigned int i, int c) const {
-    float v;
-    std::memcpy(&v, bytes.data() + i * stride + 4 * c, 4);
-    return v;
-  }
-  void expectOnlyOutputsWritten(unsigned int count) const {
-    for (size_t b = 0; b < bytes.size(); ++b) {
-      if (b / stride < count && b % stride < 12) continue;
-      ASSERT_EQ(bytes[b], 0xA5) << "byte " << b;
-    }
-  }
+  float at(unsigned int i, int c) const { return zetest::floatAt(bytes, i * stride + 4 * c); }
+  void expectOnlyOutputsWritten(unsigned int n) const { EXPECT_EQ(zetest::firstStrayWrite(bytes, n, stride, 0), -1); }
 };
 
 void expectOutput(const Canaried& out, unsigned int i, float x, float y, float z) {
-  EXPECT_BITEQ(x, out.at(i, 0));
-  EXPECT_BITEQ(y, out.at(i, 1));
-  EXPECT_BITEQ(z, out.at(i, 2));
+  zetest::expectVecBits(zeVec3f(x, y, z), zeVec3f(out.at(i, 0), out.at(i, 1), out.at(i, 2)));
 }
 
 TEST(Blending, OnlyWeightsStrictlyAboveTheThresholdCount) {
@@ -60,7 +47,7 @@ TEST(Blending, OnlyWeightsStrictlyAboveTheThresholdCount) {
   const float weights[4] = {zeBlendWeightThreshold, above, -1.0f, kNaN};
   const unsigned char indices[4] = {0, 0, 0, 0};
   const zeMatrix44f m = translation(1, 2, 3);
-  Canaried out(4, 12);
+  Canaried out{4, 12};
   indexedBlendAligned4Vectors(source, 4, weights, indices, 1, &m, out.first(), 12);
   expectOutput(out, 1, 0.0f + 4.0f * above, 0.0f + 7.0f * above, 0.0f + 10.0f * above);
   for (unsigned int i : {0u, 2u, 3u}) expectOutput(out, i, 0.0f, 0.0f, 0.0f);
@@ -74,7 +61,7 @@ TEST(Blending, SumsTransformedInfluencesInOrderWithoutNormalising) {
                                         0.1f, -0.2f, 0.45f, kNaN)};
   const float weights[6] = {1.0f, 1.0f, 1.0f, 0.5f, 0.75f, 0.3f};
   const unsigned char indices[6] = {0, 1, 1, 2, 0, 2};
-  Canaried out(2, 12);
+  Canaried out{2, 12};
   indexedBlendAligned4Vectors(source, 2, weights, indices, 3, m, out.first(), 12);
   expectOutput(out, 0, 1.0f, 2.0f, 0.0f);
   const float qx = 1.5f * 0.3f + -2.25f * 2.9f + 0.75f * -1.3f + 0.1f;
@@ -83,13 +70,13 @@ TEST(Blending, SumsTransformedInfluencesInOrderWithoutNormalising) {
 
 TEST(Blending, NoInfluencesOrNoVerticesReadNothing) {
   const zeVec4f source[2] = {{-1, -2, -3, 1}, {4, 5, 6, 1}};
-  Canaried out(2, 16);
+  Canaried out{2, 16};
   indexedBlendAligned4Vectors(source, 2, nullptr, nullptr, 0, nullptr, out.first(), 16);
   expectOutput(out, 0, 0.0f, 0.0f, 0.0f);
   expectOutput(out, 1, 0.0f, 0.0f, 0.0f);
   out.expectOnlyOutputsWritten(2);
 
-  Canaried none(1, 12);
+  Canaried none{1, 12};
   indexedBlendAligned4Vectors(nullptr, 0, nullptr, nullptr, 4, nullptr, none.first(), 12);
   indexedBlendAligned4VectorsOneWeight(nullptr, 0, nullptr, nullptr, 4, nullptr, none.first(), 12);
   morphNonAligned(nullptr, nullptr, nullptr, 0, 4, none.first(), 12);
@@ -106,7 +93,7 @@ TEST(Blending, SkipsUnreadMatricesAndWeightsAndWritesOnlyOutputs) {
   const zeVec4f source[3] = {{1, 2, 3, 1}, {1, 2, 3, 1}, {1, 2, 3, 1}};
   const float weights[9] = {1, 0, -2, zeBlendWeightThreshold, 0.5f, kNaN, 0, 0, 0};
   const unsigned char indices[9] = {0, 7, 8, 9, 1, 40, 50, 2, 3};
-  Canaried out(3, 32);
+  Canaried out{3, 32};
   indexedBlendAligned4Vectors(source, 3, weights, indices, 3, palette, out.first(), 32);
   expectOutput(out, 0, 11.0f, 2.0f, 3.0f);
   expectOutput(out, 1, 1.0f, 2.0f, 3.0f);
@@ -116,7 +103,7 @@ TEST(Blending, SkipsUnreadMatricesAndWeightsAndWritesOnlyOutputs) {
   // The single-influence kernel takes indices 0, 3, 6 and no weight at all.
   const unsigned char firstOnly[9] = {1, 60, 60, 0, 60, 60, 1, 60, 60};
   const float* unreadable = reinterpret_cast<const float*>(pages.guarded);
-  Canaried one(3, 13);
+  Canaried one{3, 13};
   indexedBlendAligned4VectorsOneWeight(source, 3, unreadable, firstOnly, 3, palette, one.first(), 13);
   expectOutput(one, 0, 2.0f, 4.0f, 6.0f);
   expectOutput(one, 1, 11.0f, 2.0f, 3.0f);
@@ -129,7 +116,7 @@ TEST(Morphing, AppliesEveryWeightInOrder) {
   const zeVec3f t0[2] = {{1.0f, kInf, 2 * kTiny}, {1.0f, 1.0f, 1.0f}};
   const zeVec3f t1[2] = {{0.0f, 0.0f, kTiny}, {1.0f, 1.0f, 1.0f}};
   const zeVec3f* targets[2] = {t0, t1};
-  Canaried out(2, 14);
+  Canaried out{2, 14};
 
   // Zero weights still add: -0 + 0 is +0, and infinity * 0 is NaN.
   const float zeroFirst[2] = {0.0f, 1.0f};

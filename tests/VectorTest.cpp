@@ -24,11 +24,6 @@ static_assert(isPlainValue<zeVec3f, 3, float>() && isPlainValue<zeVec3d, 3, doub
 static_assert(isPlainValue<zeVec4f, 4, float>() && isPlainValue<zeVec4d, 4, double>());
 static_assert(isPlainValue<zeVec3uc, 3, unsigned char>() && isPlainValue<zeVec4uc, 4, unsigned char>());
 
-template <class V>
-void expectBits(const V& expected, const V& actual) {
-  for (int i = 0; i < V::kComponentCount; ++i) EXPECT_BITEQ(expected[i], actual[i]) << " component " << i;
-}
-
 // A matrix with distinct, non-trivial elements in every position.
 zeMatrix44f sampleMatrix() {
   return zeMatrix44f(0.5f, 1.25f, -2.0f, 0.0f, 3.0f, -0.75f, 0.125f, 0.0f, -1.5f, 2.5f, 4.0f, 0.0f, 7.0f, -9.0f, 11.0f,
@@ -49,12 +44,12 @@ TEST(VectorLayout, ComponentsAreContiguousAndAddressable) {
 }
 
 TEST(VectorConstants, HoldTheirValuesAndStayAssignable) {
-  expectBits(zeVec4f(0, 0, 0, 1), zeVec4f::TVector);
-  expectBits(zeVec4f(0, 0, 1, 0), zeVec4f::ZVector);
-  expectBits(zeVec4d(1, 1, 1, 1), zeVec4d::OneVector);
-  expectBits(zeVec3d(0, 1, 0), zeVec3d::YVector);
-  expectBits(zeVec2f(1, 0), zeVec2f::XVector);
-  expectBits(zeVec2d(0, 0), zeVec2d::ZeroVector);
+  zetest::expectVecBits(zeVec4f(0, 0, 0, 1), zeVec4f::TVector);
+  zetest::expectVecBits(zeVec4f(0, 0, 1, 0), zeVec4f::ZVector);
+  zetest::expectVecBits(zeVec4d(1, 1, 1, 1), zeVec4d::OneVector);
+  zetest::expectVecBits(zeVec3d(0, 1, 0), zeVec3d::YVector);
+  zetest::expectVecBits(zeVec2f(1, 0), zeVec2f::XVector);
+  zetest::expectVecBits(zeVec2d(0, 0), zeVec2d::ZeroVector);
 
   const zeVec3f saved = zeVec3f::OneVector;
   zeVec3f::OneVector = zeVec3f(2, 2, 2);
@@ -79,15 +74,15 @@ TEST(VectorRegions, OnlyStrictlyNegativeComponentsCount) {
 TEST(VectorCross, FourComponentFormsSetWToOne) {
   zeVec4f c;
   c.cross(zeVec4f::XVector, zeVec4f::YVector);
-  expectBits(zeVec4f(0, 0, 1, 1), c);
+  zetest::expectVecBits(zeVec4f(0, 0, 1, 1), c);
 
   zeVec4d d(1, 0, 0, 7);
   d.cross(zeVec4d(0, 0, 1, 9));
-  expectBits(zeVec4d(0, -1, 0, 1), d);
+  zetest::expectVecBits(zeVec4d(0, -1, 0, 1), d);
 
   zeVec3f a(1, 2, 3);
   a.cross(a, zeVec3f(4, 5, 6));  // the result may be an argument
-  expectBits(zeVec3f(2 * 6 - 3 * 5, 3 * 4 - 1 * 6, 1 * 5 - 2 * 4), a);
+  zetest::expectVecBits(zeVec3f(2 * 6 - 3 * 5, 3 * 4 - 1 * 6, 1 * 5 - 2 * 4), a);
 }
 
 TEST(VectorLerp, FloatAndDoubleFollowDifferenceTimesTPlusStart) {
@@ -134,21 +129,21 @@ TEST(VectorLerp, ByteTypesTruncateAndWrapDifferently) {
 TEST(VectorNormal, DirectionAndScalingPerType) {
   zeVec3f n3;
   n3.makeNormal(zeVec3f(0, 0, 0), zeVec3f(2, 0, 0), zeVec3f(0, 2, 0));
-  expectBits(zeVec3f(0, 0, 1), n3);
+  zetest::expectVecBits(zeVec3f(0, 0, 1), n3);
 
   zeVec4f n4f;
   n4f.makeNormal(zeVec4f(0, 0, 0, 5), zeVec4f(2, 0, 0, 6), zeVec4f(0, 2, 0, 7));
-  expectBits(zeVec4f(0, 0, 1, 1), n4f);
+  zetest::expectVecBits(zeVec4f(0, 0, 1, 1), n4f);
 
   // The double 4-vector divides by 1 / length: direction times its length.
   zeVec4d n4d;
   n4d.makeNormal(zeVec4d(0, 0, 0, 0), zeVec4d(1, 0, 0, 0), zeVec4d(0, 1, 0, 0));
-  expectBits(zeVec4d(0, 0, 1, 1), n4d);
+  zetest::expectVecBits(zeVec4d(0, 0, 1, 1), n4d);
   n4d.makeNormal(zeVec4d(0, 0, 0, 0), zeVec4d(2, 0, 0, 0), zeVec4d(0, 2, 0, 0));
-  expectBits(zeVec4d(0, 0, 16, 1), n4d);
+  zetest::expectVecBits(zeVec4d(0, 0, 16, 1), n4d);
   zeVec3d n3d;
   n3d.makeNormal(zeVec3d(0, 0, 0), zeVec3d(2, 0, 0), zeVec3d(0, 2, 0));
-  expectBits(zeVec3d(0, 0, 1), n3d);
+  zetest::expectVecBits(zeVec3d(0, 0, 1), n3d);
 
   // Degenerate triangles: 0 times infinity is NaN, 0 divided by infinity is 0.
   n3.makeNormal(zeVec3f(1, 1, 1), zeVec3f(1, 1, 1), zeVec3f(2, 2, 2));
@@ -166,27 +161,27 @@ TEST(VectorNormal, FloatScalesByOneOverLength) {
   const zeVec3f e1 = a - b, e2 = c - b;
   const float x = e2.y * e1.z - e2.z * e1.y, y = e2.z * e1.x - e2.x * e1.z, z = e2.x * e1.y - e2.y * e1.x;
   const float scale = 1.0f / std::sqrt(x * x + y * y + z * z);
-  expectBits(zeVec3f(x * scale, y * scale, z * scale), n);
+  zetest::expectVecBits(zeVec3f(x * scale, y * scale, z * scale), n);
 }
 
 TEST(VectorReflect, BouncesOnlyVectorsThatEnterTheSurface) {
   zeVec3f r;
   r.reflect(zeVec3f(0, 1, 0), zeVec3f(1, 2, 3), 1.0f);  // leaving: unchanged
-  expectBits(zeVec3f(1, 2, 3), r);
+  zetest::expectVecBits(zeVec3f(1, 2, 3), r);
   r.reflect(zeVec3f(0, 1, 0), zeVec3f(1, -2, 3), 1.0f);  // mirrored
-  expectBits(zeVec3f(1, 2, 3), r);
+  zetest::expectVecBits(zeVec3f(1, 2, 3), r);
   r.reflect(zeVec3f(0, 1, 0), zeVec3f(1, -2, 3), 0.0f);  // normal part removed
-  expectBits(zeVec3f(1, 0, 3), r);
+  zetest::expectVecBits(zeVec3f(1, 0, 3), r);
   r.reflect(zeVec3f(0, 1, 0), zeVec3f(1, 0, 3), 1.0f);  // d = 0: formula with k = 0
-  expectBits(zeVec3f(1, 0, 3), r);
+  zetest::expectVecBits(zeVec3f(1, 0, 3), r);
 
   // The dot product ignores w but the subtraction does not.
   zeVec4d r4;
   r4.reflect(zeVec4d(0, 0, 2, 3), zeVec4d(1, 1, -1, 10), 0.5);
   const double k = (0.5 + 1.0) * -2.0;
-  expectBits(zeVec4d(1, 1, -1 - k * 2, 10 - k * 3), r4);
+  zetest::expectVecBits(zeVec4d(1, 1, -1 - k * 2, 10 - k * 3), r4);
   r4.reflect(zeVec4d(0, 0, 1, 3), zeVec4d(1, 1, 1, 10), 1.0);
-  expectBits(zeVec4d(1, 1, 1, 10), r4);
+  zetest::expectVecBits(zeVec4d(1, 1, 1, 10), r4);
 
   // A NaN dot product fails d > 0 and takes the formula.
   r.reflect(zeVec3f(kNaNf, 0, 0), zeVec3f(1, 1, 1), 1.0f);
@@ -197,11 +192,11 @@ TEST(VectorBezier, EndPointsExactAndMidpointByRepeatedLerp) {
   zeVec3f p0(0, 0, 0), p1(1, 3, 0), p2(3, 3, 1), p3(4, 0, 7);
   zeVec3f b;
   b.bezierInterpolate(0.0f, p0, p1, p2, p3);
-  expectBits(p0, b);
+  zetest::expectVecBits(p0, b);
   b.bezierInterpolate(1.0f, p0, p1, p2, p3);
-  expectBits(p3, b);
+  zetest::expectVecBits(p3, b);
   b.bezierInterpolate(0.5f, p0, p1, p2, p3);
-  expectBits(zeVec3f(2.0f, 2.25f, 1.25f), b);
+  zetest::expectVecBits(zeVec3f(2.0f, 2.25f, 1.25f), b);
 
   zeVec4f q0(0, 0, 0, 0), q1(0, 0, 0, 1), q2(0, 0, 0, 1), q3(0, 0, 0, 0);
   zeVec4f c;
@@ -213,7 +208,7 @@ TEST(VectorTransform, DirectionsIgnoreTranslationAndKeepW) {
   const zeMatrix44f m = sampleMatrix();
   zeVec3f v(1, 2, 3);
   v.transformVector(v, m);
-  expectBits(
+  zetest::expectVecBits(
       zeVec3f(1 * 0.5f + 2 * 3.0f + 3 * -1.5f, 1 * 1.25f + 2 * -0.75f + 3 * 2.5f, 1 * -2.0f + 2 * 0.125f + 3 * 4.0f),
       v);
 
@@ -228,11 +223,12 @@ TEST(VectorTransform, AffinePointsAreNotDivided) {
   const zeVec3f p(0.1f, 0.2f, 0.3f);
   zeVec3f q;
   q.transformPoint(p, m);
-  expectBits(zeVec3f(p.x * 0.5f + p.y * 3.0f + p.z * -1.5f + 7.0f, p.x * 1.25f + p.y * -0.75f + p.z * 2.5f + -9.0f,
-                     p.x * -2.0f + p.y * 0.125f + p.z * 4.0f + 11.0f),
-             q);
+  zetest::expectVecBits(
+      zeVec3f(p.x * 0.5f + p.y * 3.0f + p.z * -1.5f + 7.0f, p.x * 1.25f + p.y * -0.75f + p.z * 2.5f + -9.0f,
+              p.x * -2.0f + p.y * 0.125f + p.z * 4.0f + 11.0f),
+      q);
   q.transformPoint(p, zeMatrix44f::identityMatrix);
-  expectBits(p, q);
+  zetest::expectVecBits(p, q);
 }
 
 TEST(VectorTransform, TinyWDividesByThePositiveThreshold) {
@@ -242,11 +238,11 @@ TEST(VectorTransform, TinyWDividesByThePositiveThreshold) {
   m[15] = 0.0f;
   zeVec3f q;
   q.transformPoint(zeVec3f(1, -2, 3), m);
-  expectBits(zeVec3f(1 * factor, -2 * factor, 3 * factor), q);
+  zetest::expectVecBits(zeVec3f(1 * factor, -2 * factor, 3 * factor), q);
 
   m[15] = -1e-9f;  // the sign of a tiny w is dropped
   q.transformPoint(zeVec3f(1, -2, 3), m);
-  expectBits(zeVec3f(1 * factor, -2 * factor, 3 * factor), q);
+  zetest::expectVecBits(zeVec3f(1 * factor, -2 * factor, 3 * factor), q);
 
   m[15] = -threshold;  // |w| equal to the threshold divides by w itself
   q.transformPoint(zeVec3f(1, 0, 0), m);
@@ -254,7 +250,7 @@ TEST(VectorTransform, TinyWDividesByThePositiveThreshold) {
 
   m[15] = 2.0f;
   q.transformPoint(zeVec3f(4, 6, 8), m);
-  expectBits(zeVec3f(2, 3, 4), q);
+  zetest::expectVecBits(zeVec3f(2, 3, 4), q);
 
   m[15] = kNaNf;
   q.transformPoint(zeVec3f(4, 6, 8), m);
@@ -280,23 +276,24 @@ TEST(VectorTransform, FourComponentPointsUseTheFullProduct) {
   const zeMatrix44f m(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);
   zeVec4f p(1, 0.5f, 0.25f, 2);
   p.transformPoint(p, m);
-  expectBits(zeVec4f(1 + 2.5f + 2.25f + 26, 2 + 3 + 2.5f + 28, 3 + 3.5f + 2.75f + 30, 4 + 4 + 3 + 32), p);
+  zetest::expectVecBits(zeVec4f(1 + 2.5f + 2.25f + 26, 2 + 3 + 2.5f + 28, 3 + 3.5f + 2.75f + 30, 4 + 4 + 3 + 32), p);
 
   zeVec4f fromThree;
   fromThree.transformPoint(zeVec3f(1, 0.5f, 0.25f), m);
-  expectBits(zeVec4f(1 + 2.5f + 2.25f + 13, 2 + 3 + 2.5f + 14, 3 + 3.5f + 2.75f + 15, 4 + 4 + 3 + 16), fromThree);
+  zetest::expectVecBits(zeVec4f(1 + 2.5f + 2.25f + 13, 2 + 3 + 2.5f + 14, 3 + 3.5f + 2.75f + 15, 4 + 4 + 3 + 16),
+                        fromThree);
 }
 
 TEST(VectorBasics, ArithmeticDotAndNormalize) {
   const zeVec3f a(1, 2, 3), b(4, 5, 6);
-  expectBits(zeVec3f(-3, -3, -3), a - b);
-  expectBits(zeVec3f(5, 7, 9), a + b);
-  expectBits(zeVec3f(2, 4, 6), a * 2.0f);
-  expectBits(zeVec3f(-1, -2, -3), -a);
+  zetest::expectVecBits(zeVec3f(-3, -3, -3), a - b);
+  zetest::expectVecBits(zeVec3f(5, 7, 9), a + b);
+  zetest::expectVecBits(zeVec3f(2, 4, 6), a * 2.0f);
+  zetest::expectVecBits(zeVec3f(-1, -2, -3), -a);
   EXPECT_BITEQ(32.0f, a.dot(b));
   zeVec4d v(3, 0, 4, 0);
   v.normalize();
-  expectBits(zeVec4d(3 * (1 / 5.0), 0, 4 * (1 / 5.0), 0), v);
+  zetest::expectVecBits(zeVec4d(3 * (1 / 5.0), 0, 4 * (1 / 5.0), 0), v);
   EXPECT_TRUE(zeVec2f(1, 2) == zeVec2f(1, 2));
   EXPECT_TRUE(zeVec2f(1, kNaNf) != zeVec2f(1, kNaNf));
 }

@@ -46,3 +46,13 @@ constexpr double kNaNd = std::numeric_limits<double>::quiet_NaN();
 /// Expects two floating-point values to have the same bit pattern.
 #define EXPECT_BITEQ(expected, actual) \
   EXPECT_EQ(zetest::bitsOf(expected), zetest::bitsOf(actual)) << "expected " << (expected) << ", got " << (actual)
+
+namespace zetest {
+
+/// Expects every component of two vectors to match bit for bit.
+template <class V>
+void expectVecBits(const V& expected, const V& actual) {
+  for (int i = 0; i < V::kComponentCount; ++i) EXPECT_BITEQ(expected[i], actual[i]) << " component " << i;
+}
+
+}  // namespace zetest
