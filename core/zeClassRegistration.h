@@ -53,7 +53,7 @@ void* zeRetrieveVTablePointer() {
     C* object = ::new (memory) C;
     void* vtable;
     std::memcpy(&vtable, reinterpret_cast<const char*>(object) + BayCore::_vTablePointerOffset, sizeof vtable);
-    object->~C();
+    object->C::~C();  // exactly C's destructor: the class is known here
     zeObject::operator delete(memory);
     return vtable;
   }

@@ -237,9 +237,9 @@ class LUXCORE_API zeMetaField : public zeObject {
   zeMetaObject* _ownerClass;
   unsigned char _compareMethod;
   unsigned char _ioForm;  // 1: variable stored size
-  unsigned char _reservedFlags[2];
-  unsigned int _defaultBytes;  // bytes of _defaultMemory
-  void* _reserved[2];          // keeps the base at 88 bytes as it grows
+  [[maybe_unused]] unsigned char _reservedFlags[2];
+  unsigned int _defaultBytes;           // bytes of _defaultMemory
+  [[maybe_unused]] void* _reserved[2];  // keeps the base at 88 bytes as it grows
 };
 
 static_assert(sizeof(zeMetaField) == 88, "a field class's own data starts at byte 88");

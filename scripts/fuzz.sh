@@ -12,7 +12,7 @@ build=${2:-$root/build-fuzz}
 jobs=$(nproc 2>/dev/null || echo 2)
 
 bash "$root/scripts/deps.sh" fuzz
-CC=clang-14 CXX=clang++-14 cmake -S "$root" -B "$build" -DZEMATH_FUZZ=ON \
+CC=clang-14 CXX=clang++-14 cmake -S "$root" -B "$build" -DZEMATH_FUZZ=ON -DZEMATH_WERROR=ON \
   -DZEMATH_BUILD_TESTS=OFF -DZEMATH_BUILD_TOOLS=OFF -DZEMATH_BUILD_BENCH=OFF
 cmake --build "$build" -j "$jobs"
 
