@@ -4,10 +4,10 @@
 #include "math/impl/ArrayTransforms.h"
 
 #include <cstddef>
-#include <cstdint>
 
 #include "math/impl/ArrayTransformPaths.h"
 #include "math/impl/ArrayTransformRawPaths.h"
+#include "math/impl/PathChoice.h"
 
 namespace Lux {
 namespace Math {
@@ -113,10 +113,8 @@ ArrayTransformPath withAvx2Doubles(ArrayTransformPath p) {
 // which therefore get the scalar loop.
 template <class V>
 bool overlapsWithShift(const V* src, const V* dst, unsigned int count) {
-  if (src == dst) return false;
-  const std::uintptr_t s = reinterpret_cast<std::uintptr_t>(src), d = reinterpret_cast<std::uintptr_t>(dst);
-  const std::uintptr_t bytes = std::uintptr_t(count) * sizeof(V);
-  return s < d + bytes && d < s + bytes;
+  const std::size_t bytes = std::size_t(count) * sizeof(V);
+  return src != dst && bytesOverlap(src, bytes, dst, bytes);
 }
 
 template <bool kPoints, class M, class V>
@@ -136,9 +134,7 @@ const ArrayTransformPath& arrayTransformPath(unsigned int i) noexcept { return p
 
 const ArrayTransformPath& selectedArrayTransformPath() noexcept {
   static const ArrayTransformPath chosen = [] {
-    unsigned int best = 0;
-    for (unsigned int i = 1; i < kPathCount; ++i)
-      if (paths()[i].available) best = i;
+    const unsigned int best = widestAvailable(paths(), kPathCount);
     return best == kAvx512 ? withAvx2Doubles(paths()[kAvx512]) : paths()[best];
   }();
   return chosen;

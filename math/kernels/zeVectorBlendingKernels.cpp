@@ -1,8 +1,8 @@
 #include "math/kernels/zeVectorBlendingKernels.h"
 
 #include <cstddef>
-#include <cstdint>
 
+#include "math/impl/PathChoice.h"
 #include "math/kernels/impl/BlendRawPaths.h"
 #include "math/kernels/impl/BlendingPaths.h"
 #include "math/kernels/impl/StridedOutput.h"
@@ -111,23 +111,15 @@ const BlendPath* paths() {
 
 constexpr unsigned int kPathCount = 4;
 
-// The vector paths read a block of vertices before writing any of its
-// outputs; the scalar loop reads each vertex just before writing it. When the
-// outputs share bytes with an input the two could differ, so the scalar loop
-// serves that case.
-bool overlaps(const void* a, std::size_t aBytes, const void* b, std::size_t bBytes) {
-  const std::uintptr_t a0 = reinterpret_cast<std::uintptr_t>(a), b0 = reinterpret_cast<std::uintptr_t>(b);
-  return a0 < b0 + bBytes && b0 < a0 + aBytes;
-}
-
+// Outputs that share bytes with an input take the scalar loop.
 bool outputsOverlapInputs(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
                           unsigned int weightsPerVertex, const zeVec3f* destination, unsigned int destinationStride) {
   const std::size_t n = count;
   const std::size_t outBytes = (n - 1) * destinationStride + sizeof(zeVec3f);
   const std::size_t influences = n * weightsPerVertex;
-  return overlaps(destination, outBytes, source, n * sizeof(zeVec4f)) ||
-         (weights && overlaps(destination, outBytes, weights, influences * sizeof(float))) ||
-         overlaps(destination, outBytes, indices, influences);
+  return bytesOverlap(destination, outBytes, source, n * sizeof(zeVec4f)) ||
+         (weights && bytesOverlap(destination, outBytes, weights, influences * sizeof(float))) ||
+         bytesOverlap(destination, outBytes, indices, influences);
 }
 
 }  // namespace
@@ -137,12 +129,7 @@ unsigned int blendPathCount() noexcept { return kPathCount; }
 const BlendPath& blendPath(unsigned int i) noexcept { return paths()[i < kPathCount ? i : 0]; }
 
 const BlendPath& selectedBlendPath() noexcept {
-  static const BlendPath* const chosen = [] {
-    const BlendPath* best = paths();
-    for (unsigned int i = 1; i < kPathCount; ++i)
-      if (paths()[i].available) best = paths() + i;
-    return best;
-  }();
+  static const BlendPath* const chosen = paths() + widestAvailable(paths(), kPathCount);
   return *chosen;
 }
 

@@ -1,8 +1,8 @@
 #include "math/kernels/zeVectorMorphingKernels.h"
 
 #include <cstddef>
-#include <cstdint>
 
+#include "math/impl/PathChoice.h"
 #include "math/kernels/impl/MorphRawPaths.h"
 #include "math/kernels/impl/MorphingPaths.h"
 #include "math/kernels/impl/StridedOutput.h"
@@ -83,11 +83,6 @@ const MorphPath* paths() {
 
 constexpr unsigned int kPathCount = 4;
 
-bool overlaps(const void* a, std::size_t aBytes, const void* b, std::size_t bBytes) {
-  const std::uintptr_t a0 = reinterpret_cast<std::uintptr_t>(a), b0 = reinterpret_cast<std::uintptr_t>(b);
-  return aBytes != 0 && bBytes != 0 && a0 < b0 + bBytes && b0 < a0 + aBytes;
-}
-
 // The vector paths read a block of vectors, and the weights and target
 // addresses once, before writing; the scalar loop reads each of them just
 // before it is used. When the outputs share bytes with an input the two
@@ -103,11 +98,11 @@ bool outputsShareBytes(const zeVec3f* base, const zeVec3f** targets, const float
   const std::size_t outBytes = (n - 1) * destinationStride + sizeof(zeVec3f);
   const std::size_t vectorBytes = n * sizeof(zeVec3f);
   const bool inPlace = destination == base && destinationStride == sizeof(zeVec3f);
-  if (!inPlace && overlaps(destination, outBytes, base, vectorBytes)) return true;
-  if (overlaps(destination, outBytes, targets, targetCount * sizeof(*targets))) return true;
-  if (overlaps(destination, outBytes, weights, targetCount * sizeof(*weights))) return true;
+  if (!inPlace && bytesOverlap(destination, outBytes, base, vectorBytes)) return true;
+  if (bytesOverlap(destination, outBytes, targets, targetCount * sizeof(*targets))) return true;
+  if (bytesOverlap(destination, outBytes, weights, targetCount * sizeof(*weights))) return true;
   for (unsigned int t = 0; t < targetCount; ++t)
-    if (overlaps(destination, outBytes, targets[t], vectorBytes)) return true;
+    if (bytesOverlap(destination, outBytes, targets[t], vectorBytes)) return true;
   return false;
 }
 
@@ -118,12 +113,7 @@ unsigned int morphPathCount() noexcept { return kPathCount; }
 const MorphPath& morphPath(unsigned int i) noexcept { return paths()[i < kPathCount ? i : 0]; }
 
 const MorphPath& selectedMorphPath() noexcept {
-  static const MorphPath* const chosen = [] {
-    const MorphPath* best = paths();
-    for (unsigned int i = 1; i < kPathCount; ++i)
-      if (paths()[i].available) best = paths() + i;
-    return best;
-  }();
+  static const MorphPath* const chosen = paths() + widestAvailable(paths(), kPathCount);
   return *chosen;
 }
 
