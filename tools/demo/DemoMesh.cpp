@@ -49,8 +49,7 @@ Mesh makeMesh(unsigned int count, float bend) {
   zeMatrix44f::matrixMultiply(&mesh.bones[1], &down, &turn);
   zeMatrix44f::matrixMultiply(&mesh.bones[1], &mesh.bones[1], &up);
   mesh.model.makeTranslation(zeVec3f(0, -5, 8));
-  mesh.morphed.resize(count);
-  mesh.morphed4.resize(count);
+  mesh.morphed.assign(count, zeVec4f(0, 0, 0, 1));
   mesh.skinned.resize(count);
   return mesh;
 }
@@ -59,17 +58,13 @@ void morphMesh(Mesh& mesh, float bulgeWeight, float twistWeight) {
   const zeVec3f* targets[2] = {mesh.bulge.data(), mesh.twist.data()};
   const float weights[2] = {bulgeWeight, twistWeight};
   const unsigned int count = static_cast<unsigned int>(mesh.rest.size());
-  zeVectorMorphing::_vectorMorphingFunction(mesh.rest.data(), targets, weights, count, 2, mesh.morphed.data(),
-                                            sizeof(zeVec3f));
+  zeVectorMorphing::_vectorMorphingFunction(mesh.rest.data(), targets, weights, count, 2,
+                                            reinterpret_cast<zeVec3f*>(mesh.morphed.data()), sizeof(zeVec4f));
 }
 
 void skinMesh(Mesh& mesh) {
   const unsigned int count = static_cast<unsigned int>(mesh.morphed.size());
-  for (unsigned int i = 0; i < count; ++i) {
-    const zeVec3f& p = mesh.morphed[i];
-    mesh.morphed4[i] = zeVec4f(p.x, p.y, p.z, 1.0f);
-  }
-  zeVectorBlending::_vectorBlendingFunction(mesh.morphed4.data(), count, mesh.weights.data(), mesh.indices.data(), 2,
+  zeVectorBlending::_vectorBlendingFunction(mesh.morphed.data(), count, mesh.weights.data(), mesh.indices.data(), 2,
                                             mesh.bones, mesh.skinned.data(), sizeof(zeVec3f));
 }
 

@@ -23,6 +23,8 @@ class StageTimer {
     const std::chrono::duration<double, std::milli> elapsed = std::chrono::steady_clock::now() - _start;
     _stages.push_back({_name, elapsed.count()});
   }
+  /// Milliseconds the last stage ended took.
+  double lastMilliseconds() const { return _stages.empty() ? 0.0 : _stages.back().milliseconds; }
   /// Prints every stage with its time, and the total.
   void print() const {
     double total = 0;
