@@ -10,9 +10,13 @@ command -v cmake >/dev/null 2>&1 || need+=(cmake)
 command -v g++ >/dev/null 2>&1 || need+=(g++)
 command -v make >/dev/null 2>&1 || need+=(make)
 [ -f /usr/include/gtest/gtest.h ] || need+=(libgtest-dev)
-# The demo parses its options with CLI11 and writes its picture with libpng.
+# The demo parses its options with CLI11, writes its pictures with libpng and
+# reads animated characters with Assimp; Debian's test models are the
+# characters its test and the model benchmark play.
 [ -f /usr/include/CLI/CLI.hpp ] || need+=(libcli11-dev)
 [ -f /usr/include/png.h ] || need+=(libpng-dev)
+[ -f /usr/include/assimp/scene.h ] || need+=(libassimp-dev)
+[ -d /usr/share/assimp/models ] || need+=(assimp-testmodels)
 command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
 if [ "${1:-}" = docs ]; then
   command -v doxygen >/dev/null 2>&1 || need+=(doxygen)

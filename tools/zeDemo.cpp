@@ -4,6 +4,9 @@
 // dispatch tables, picks a level of detail per visible sphere, morphs and
 // skins a mesh through the published kernels, round-trips a box and a sphere
 // through text and byte-swapped records, and can draw the result as a PNG.
+// Given a model file (--model), it plays the model's animation instead:
+// keys sampled, hierarchy composed, palettes built, meshes skinned, bounded
+// and culled each frame, every stage timed, and a contact sheet drawn.
 
 #include <cstdio>
 #include <cstring>
@@ -15,6 +18,7 @@
 
 #include "demo/DemoImage.h"
 #include "demo/DemoMesh.h"
+#include "demo/DemoModelRun.h"
 #include "demo/DemoReport.h"
 #include "demo/DemoScene.h"
 
@@ -29,6 +33,7 @@ struct Options {
   unsigned int volumes = 100000;
   unsigned int vertices = 100000;
   std::string image;
+  ModelOptions model;  ///< used when model.path is set
 };
 
 /// How many volumes the picture draws: enough to read, few enough to see.
@@ -176,6 +181,8 @@ int run(const Options& options) {
   if (!loadLibrary()) return 1;
   timer.end();
 
+  if (!options.model.path.empty()) return runModel(options.model, timer);
+
   timer.begin("registered classes, volume types and enums");
   listClasses();
   timer.end();
@@ -252,16 +259,31 @@ int run(const Options& options) {
 
 int main(int argc, char** argv) {
   Options options;
-  CLI::App app{"ZEMath demo: culling, levels of detail, skinning and records on a built-in scene"};
-  app.add_option("--seed", options.seed, "seed of the random scene")->capture_default_str();
+  CLI::App app{
+      "ZEMath demo: culling, levels of detail, skinning and records on a built-in scene, or an animated model "
+      "played frame by frame (--model)"};
+  CLI::Option* model = app.add_option("--model", options.model.path,
+                                      "play the animation of this skinned model (any format Assimp reads)");
+  app.add_option("--frames", options.model.frames, "frames of the model's animation, first and last key included")
+      ->capture_default_str()
+      ->check(CLI::Range(1u, 1000000u))
+      ->needs(model);
+  app.add_option("--animation", options.model.animation, "which of the model's animations plays, from 0")
+      ->capture_default_str()
+      ->needs(model);
+  app.add_option("--seed", options.seed, "seed of the random scene")->capture_default_str()->excludes(model);
   app.add_option("--boxes", options.volumes, "number of random volumes, boxes and spheres alternately")
       ->capture_default_str()
-      ->check(CLI::Range(0u, 20000000u));
+      ->check(CLI::Range(0u, 20000000u))
+      ->excludes(model);
   app.add_option("--vertices", options.vertices, "vertices of the skinned mesh")
       ->capture_default_str()
-      ->check(CLI::Range(0u, 20000000u));
-  app.add_option("--image", options.image, "write a PNG of the scene seen through the camera");
+      ->check(CLI::Range(0u, 20000000u))
+      ->excludes(model);
+  app.add_option("--image", options.image,
+                 "write a PNG: the scene seen through the camera, or a contact sheet of the model's animation");
   CLI11_PARSE(app, argc, argv);
+  options.model.image = options.image;
 
   const int status = run(options);
   // Everything the run made is gone by now; give the registry back too.
