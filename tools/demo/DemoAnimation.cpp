@@ -8,38 +8,24 @@ namespace zedemo {
 
 namespace {
 
-/// The keys on either side of `time` and how far between them it lies:
-/// `*before` and `*after` are the same key outside the keys' span and at a
-/// key's own time, where there is nothing to interpolate.
+/// Positions and scales blend linearly, rotations by the library's slerp.
+void blend(zeVec3f& out, float t, const zeVec3f& a, const zeVec3f& b) { out.lerp(t, a, b); }
+void blend(zeQuaternionf& out, float t, const zeQuaternionf& a, const zeQuaternionf& b) { out.slerp(t, a, b); }
+
+/// The value of `keys` at `time`: the keys on either side blended by how far
+/// between them it lies; the first or last key outside the keys' span, and a
+/// key itself at its own time, where there is nothing to blend.
 template <class Key>
-float bracket(const std::vector<Key>& keys, double time, const Key*& before, const Key*& after) {
+decltype(Key::value) sample(const std::vector<Key>& keys, double time) {
   const auto next =
       std::upper_bound(keys.begin(), keys.end(), time, [](double t, const Key& key) { return t < key.time; });
-  if (next == keys.begin() || next == keys.end()) {
-    before = after = next == keys.begin() ? &keys.front() : &keys.back();
-    return 0.0f;
-  }
-  before = &*(next - 1);
-  after = time == before->time ? before : &*next;
-  return static_cast<float>((time - before->time) / (next->time - before->time));
-}
-
-zeVec3f sampleVector(const std::vector<VectorKey>& keys, double time) {
-  const VectorKey *a, *b;
-  const float t = bracket(keys, time, a, b);
-  if (a == b) return a->value;
-  zeVec3f v;
-  v.lerp(t, a->value, b->value);
-  return v;
-}
-
-zeQuaternionf sampleRotation(const std::vector<RotationKey>& keys, double time) {
-  const RotationKey *a, *b;
-  const float t = bracket(keys, time, a, b);
-  if (a == b) return a->value;
-  zeQuaternionf q;
-  q.slerp(t, a->value, b->value);
-  return q;
+  if (next == keys.begin()) return keys.front().value;
+  if (next == keys.end()) return keys.back().value;
+  const Key& before = *(next - 1);
+  if (time == before.time) return before.value;
+  decltype(Key::value) value;
+  blend(value, static_cast<float>((time - before.time) / (next->time - before.time)), before.value, next->value);
+  return value;
 }
 
 }  // namespace
@@ -54,8 +40,8 @@ zeMatrix44f localMatrix(const zeVec3f& translation, const zeQuaternionf& rotatio
 
 void sampleAnimation(const Animation& animation, double time, std::vector<zeMatrix44f>& locals) {
   for (const Channel& channel : animation.channels)
-    locals[channel.node] = localMatrix(sampleVector(channel.positions, time), sampleRotation(channel.rotations, time),
-                                       sampleVector(channel.scales, time));
+    locals[channel.node] =
+        localMatrix(sample(channel.positions, time), sample(channel.rotations, time), sample(channel.scales, time));
 }
 
 std::vector<zeMatrix44f> restLocals(const Model& model) {
