@@ -5,7 +5,9 @@
 #include <assimp/Importer.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <system_error>
 #include <unordered_map>
@@ -48,6 +50,14 @@ void sortByTime(std::vector<Key>& keys) {
   std::stable_sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a.time < b.time; });
 }
 
+/// Appends Assimp's `count` keys to `out`, each value converted. Keys at no
+/// time a frame can have (NaN, infinite) are left out: they cannot be ordered.
+template <class In, class Convert, class Out>
+void readKeys(const In* keys, unsigned int count, Convert convert, std::vector<Out>& out) {
+  for (unsigned int k = 0; k < count; ++k)
+    if (std::isfinite(keys[k].mTime)) out.push_back({keys[k].mTime, convert(keys[k].mValue)});
+}
+
 /// The keys of one node; a kind of key the file leaves out holds the node's
 /// rest value.
 Channel readChannel(const aiNodeAnim& source, unsigned int node, const aiNode& restNode) {
@@ -56,12 +66,9 @@ Channel readChannel(const aiNodeAnim& source, unsigned int node, const aiNode& r
   restNode.mTransformation.Decompose(restScale, restRotation, restPosition);
   Channel channel;
   channel.node = node;
-  for (unsigned int k = 0; k < source.mNumPositionKeys; ++k)
-    channel.positions.push_back({source.mPositionKeys[k].mTime, toVector(source.mPositionKeys[k].mValue)});
-  for (unsigned int k = 0; k < source.mNumRotationKeys; ++k)
-    channel.rotations.push_back({source.mRotationKeys[k].mTime, toLibraryQuaternion(source.mRotationKeys[k].mValue)});
-  for (unsigned int k = 0; k < source.mNumScalingKeys; ++k)
-    channel.scales.push_back({source.mScalingKeys[k].mTime, toVector(source.mScalingKeys[k].mValue)});
+  readKeys(source.mPositionKeys, source.mNumPositionKeys, toVector, channel.positions);
+  readKeys(source.mRotationKeys, source.mNumRotationKeys, toLibraryQuaternion, channel.rotations);
+  readKeys(source.mScalingKeys, source.mNumScalingKeys, toVector, channel.scales);
   if (channel.positions.empty()) channel.positions.push_back({0.0, toVector(restPosition)});
   if (channel.rotations.empty()) channel.rotations.push_back({0.0, toLibraryQuaternion(restRotation)});
   if (channel.scales.empty()) channel.scales.push_back({0.0, toVector(restScale)});
@@ -101,6 +108,10 @@ bool readAnimation(const aiScene& scene, unsigned int which, const Hierarchy& h,
   }
   if (unknown > 0)
     model.notes.push_back(std::to_string(unknown) + " channel(s) of the animation name no node and are left out");
+  if (!std::isfinite(animation.duration)) {
+    error = "its animation '" + animation.name + "' lasts no finite number of ticks";
+    return false;
+  }
   if (animation.channels.empty() || !(animation.duration > 0.0)) {
     char lasting[64];
     std::snprintf(lasting, sizeof lasting, "%g", animation.duration);
@@ -157,24 +168,7 @@ void readUpAxis(const aiScene& scene, Model& model) {
   }
 }
 
-}  // namespace
-
-std::size_t Model::vertexCount() const {
-  std::size_t n = 0;
-  for (const SkinnedMesh& m : meshes) n += m.positions.size();
-  return n;
-}
-
-unsigned int Model::boneCount() const {
-  unsigned int n = 0;
-  for (const SkinnedMesh& m : meshes) n += m.fileBones;
-  return n;
-}
-
-unsigned int modelImportFlags() { return aiProcess_Triangulate | aiProcess_JoinIdenticalVertices; }
-
-bool loadModel(const std::string& path, unsigned int animation, Model& model, std::string& error) {
-  model = Model();
+bool readModel(const std::string& path, unsigned int animation, Model& model, std::string& error) {
   std::error_code ec;
   if (!std::filesystem::exists(path, ec)) {
     error = "no such file";
@@ -210,8 +204,43 @@ bool loadModel(const std::string& path, unsigned int animation, Model& model, st
     model.meshes.emplace_back();
     if (!readMesh(source, node == h.meshNode.end() ? 0u : node->second, h, model.meshes.back(), error)) return false;
   }
+  if (model.meshes.empty()) {
+    error = "none of its meshes has a vertex";
+    return false;
+  }
   readUpAxis(*scene, model);
   return true;
+}
+
+}  // namespace
+
+std::size_t Model::vertexCount() const {
+  std::size_t n = 0;
+  for (const SkinnedMesh& m : meshes) n += m.positions.size();
+  return n;
+}
+
+unsigned int Model::boneCount() const {
+  unsigned int n = 0;
+  for (const SkinnedMesh& m : meshes) n += m.fileBones;
+  return n;
+}
+
+unsigned int modelImportFlags() { return aiProcess_Triangulate | aiProcess_JoinIdenticalVertices; }
+
+bool loadModel(const std::string& path, unsigned int animation, Model& model, std::string& error) {
+  model = Model();
+  // Assimp reports most failures itself; a file that claims more than memory
+  // holds may still throw, from Assimp or from the demo's own arrays.
+  try {
+    return readModel(path, animation, model, error);
+  } catch (const std::bad_alloc&) {
+    error = "reading it takes more memory than there is";
+  } catch (const std::exception& e) {
+    error = std::string("reading it failed: ") + e.what();
+  }
+  model = Model();
+  return false;
 }
 
 }  // namespace zedemo

@@ -140,6 +140,10 @@ Camera frameModel(const Model& model, Frame& frame, const std::vector<unsigned i
       first = false;
     }
   }
+  if (!(lo.x <= hi.x && lo.y <= hi.y && lo.z <= hi.z)) {  // nothing finite to frame
+    lo = zeVec3f(-1, -1, -1);
+    hi = zeVec3f(1, 1, 1);
+  }
   std::printf("  the sheet's frames lie within (%.3f, %.3f, %.3f) to (%.3f, %.3f, %.3f); up is %c%c\n", lo.x, lo.y,
               lo.z, hi.x, hi.y, hi.z, model.upSign > 0 ? '+' : '-', "xyz"[model.upAxis]);
   return frameCamera(lo, hi, model.upAxis, model.upSign, kSheetWidth / kSheetColumns,
