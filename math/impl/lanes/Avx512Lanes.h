@@ -2,13 +2,11 @@
 
 /// \file
 /// AVX-512 lanes: sixteen floats or eight doubles per register, behind the
-/// names the vector loops are written with. Only AVX-512F instructions, so a
-/// file built with -mavx512f alone can use them. Included only by the files
-/// built for AVX-512, next to a loop header and the raw-pointer declarations.
-/// Everything here lives in an anonymous namespace so that each such file
-/// keeps its own copy: an inline function shared across files could be
-/// emitted with AVX-512 instructions and picked by the linker for a caller
-/// that runs without them.
+/// names the vector loops are written with. Only AVX-512F instructions.
+/// Included only by the unit built for AVX-512 (math/isa/). Everything here
+/// lives in an anonymous namespace so that each unit keeps its own copy: an
+/// inline function shared across units could be emitted with AVX-512
+/// instructions and picked by the linker for a caller that runs without them.
 
 #include <immintrin.h>
 

@@ -1,34 +1,27 @@
-// The AVX-512 skinning path: sixteen vertices per vector. This file alone is
-// built for AVX-512 (F, VL, BW, DQ) and includes nothing of the library but
-// the raw declarations, so no shared inline function is ever emitted with
-// these instructions.
-//
-// Everything per lane stays in vectors: the weights and indices of sixteen
-// vertices are picked out of whole-vector loads and a lane mask says which
-// influences count. A matrix element reaches the lanes in one of two ways.
-// Matrices 0 to 63 are copied, each the first time a counting influence
-// names it and never otherwise, into one table per element, and a lane's
-// element is a permute out of its table. A block where a counting influence
-// names a matrix from 64 up instead loads each counting lane's matrix whole
-// and transposes the sixteen matrices into one vector per element. Either
-// way a skipped influence's matrix is never read, and masked adds leave the
-// sums of skipped lanes as they were: each lane computes exactly what the
-// scalar loop computes for its vertex, in the same order.
+#pragma once
 
-// GCC 12's AVX-512 intrinsics seed their vectors from themselves, which
-// trips its own uninitialised-use warning inside the system header.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
-#pragma GCC diagnostic ignored "-Wuninitialized"
-#endif
+/// \file
+/// The skinning loops on AVX-512: sixteen vertices per register. Included
+/// only by the unit built for AVX-512 (math/isa/), which gives them the
+/// shapes of the raw skinning paths (BlendRawPaths.h).
+///
+/// Everything per lane stays in vectors: the weights and indices of sixteen
+/// vertices are picked out of whole-vector loads and a lane mask says which
+/// influences count. A matrix element reaches the lanes in one of two ways.
+/// Matrices 0 to 63 are copied, each the first time a counting influence
+/// names it and never otherwise, into one table per element, and a lane's
+/// element is a permute out of its table. A block where a counting influence
+/// names a matrix from 64 up instead loads each counting lane's matrix whole
+/// and transposes the sixteen matrices into one vector per element. Either
+/// way a skipped influence's matrix is never read, and masked adds leave the
+/// sums of skipped lanes as they were: each lane computes exactly what the
+/// scalar loop computes for its vertex, in the same order.
 
 #include <immintrin.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-
-#include "math/kernels/impl/BlendRawPaths.h"
 
 namespace Lux {
 namespace Math {
@@ -616,9 +609,11 @@ void blendAny(const float* source, unsigned int count, const float* weights, con
   }
 }
 
+/// The skinning kernels: `weightsPerVertex` 1 to 4 with whole loads, any
+/// other count lane by lane; with kOneWeight the first influence alone.
 template <bool kOneWeight>
-void blend(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
-           unsigned int weightsPerVertex, const float* matrices, unsigned char* out, unsigned int stride) {
+void blendAvx512(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
+                 unsigned int weightsPerVertex, const float* matrices, unsigned char* out, unsigned int stride) {
   switch (weightsPerVertex) {
     case 1:
       return blendFixed<1, kOneWeight>(source, count, weights, indices, matrices, out, stride);
@@ -634,18 +629,6 @@ void blend(const float* source, unsigned int count, const float* weights, const 
 }
 
 }  // namespace
-
-void blendRawAvx512(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
-                    unsigned int weightsPerVertex, const float* matrices, unsigned char* out, unsigned int stride) {
-  blend<false>(source, count, weights, indices, weightsPerVertex, matrices, out, stride);
-}
-
-void blendOneWeightRawAvx512(const float* source, unsigned int count, const unsigned char* indices,
-                             unsigned int weightsPerVertex, const float* matrices, unsigned char* out,
-                             unsigned int stride) {
-  blend<true>(source, count, nullptr, indices, weightsPerVertex, matrices, out, stride);
-}
-
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
