@@ -18,7 +18,7 @@ namespace Math {
 namespace impl {
 
 const RawKernels kAvx512Kernels = rawKernels<Avx512Float, Avx512Blocks<Avx512Float>, Avx512Blocks<Avx512Double>>(
-    &blendAvx512<false>, &blendAvx512<true>);
+    &blendAvx512::blend<false>, &blendAvx512::blend<true>);
 
 }  // namespace impl
 }  // namespace Math
