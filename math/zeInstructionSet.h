@@ -6,9 +6,9 @@
 /// one per instruction set, that all give the bits of the plain scalar loop.
 /// Each family runs the widest path that the processor runs and that the cap
 /// allows. The cap is the narrower of the environment variable `ZEMATH_ISA`
-/// (`scalar`, `sse2`, `avx2` or `avx512`, any case; read once, at the first
-/// question about instruction sets or the first call of a kernel; any other
-/// value sets no cap) and the one set by zeSetInstructionSetCap.
+/// (`scalar`, `sse2`, `avx2` or `avx512`, any case; read once, the first time
+/// the library needs the cap; any other value, or none, sets no cap) and the
+/// one set by zeSetInstructionSetCap.
 
 #include "math/ZEMathExport.h"
 
