@@ -149,9 +149,10 @@ int main(int argc, char** argv) {
   benchmark::RegisterBenchmark("Morph/Published", &morph, zeVectorMorphing::_vectorMorphingFunction)->Arg(1)->Arg(8);
   benchmark::RegisterBenchmark("Morph/Streaming", &streaming)->Arg(1)->Arg(8);
   benchmark::RegisterBenchmark("Morph/Scalar", &morph, &impl::morphScalar)->Arg(1)->Arg(8);
-  for (unsigned int i = 1; i < impl::morphPathCount(); ++i) {
-    const impl::MorphPath& p = impl::morphPath(i);
-    if (p.available)
+  const impl::PathTable<impl::MorphKernels>& paths = impl::morphPaths();
+  for (unsigned int i = 1; i < paths.count(); ++i) {
+    const impl::MorphPath& p = paths.path(i);
+    if (paths.available(i))
       benchmark::RegisterBenchmark((std::string("Morph/") + p.name).c_str(), &morph, p.function)->Arg(1)->Arg(8);
   }
   benchmark::RegisterBenchmark("Product/Float", &productFloat);

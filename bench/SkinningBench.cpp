@@ -170,9 +170,10 @@ void oneWeightShapes(benchmark::internal::Benchmark* b) {
 int main(int argc, char** argv) {
   zeVectorBlending::userRegister();
   benchmark::RegisterBenchmark("Skin/Scalar", &kernel, &impl::blendScalar)->Apply(shapes);
-  for (unsigned int i = 1; i < impl::blendPathCount(); ++i) {
-    const impl::BlendPath& p = impl::blendPath(i);
-    if (p.available)
+  const impl::PathTable<impl::BlendKernels>& paths = impl::blendPaths();
+  for (unsigned int i = 1; i < paths.count(); ++i) {
+    const impl::BlendPath& p = paths.path(i);
+    if (paths.available(i))
       benchmark::RegisterBenchmark((std::string("Skin/") + p.name).c_str(), &kernel, p.weighted)->Apply(shapes);
   }
   benchmark::RegisterBenchmark("Skin/Published", &kernel, zeVectorBlending::_vectorBlendingFunction)->Apply(shapes);

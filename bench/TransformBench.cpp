@@ -173,9 +173,10 @@ void registerKind(const char* tag, ArrayTransformFunction<M, V> ArrayTransformPa
   const auto name = [tag](const std::string& variant) { return "Transform/" + variant + "/" + tag; };
   const auto counts = [](benchmark::internal::Benchmark* b) { b->Arg(1000)->Arg(100000); };
   benchmark::RegisterBenchmark(name("Scalar").c_str(), &scalarLoop<M, V, kPoints>)->Apply(counts);
-  for (unsigned int i = 1; i < impl::arrayTransformPathCount(); ++i) {
-    const ArrayTransformPath& p = impl::arrayTransformPath(i);
-    if (p.available) benchmark::RegisterBenchmark(name(p.name).c_str(), &path<M, V>, p.*kernel)->Apply(counts);
+  const impl::PathTable<impl::ArrayTransformKernels>& paths = impl::arrayTransformPaths();
+  for (unsigned int i = 1; i < paths.count(); ++i) {
+    const ArrayTransformPath& p = paths.path(i);
+    if (paths.available(i)) benchmark::RegisterBenchmark(name(p.name).c_str(), &path<M, V>, p.*kernel)->Apply(counts);
   }
   benchmark::RegisterBenchmark(name("Published").c_str(), &published<M, V, kPoints>)->Apply(counts);
 #ifdef ZEMATH_BENCH_GLM

@@ -21,13 +21,14 @@ install(TARGETS LuxCore ZEMath EXPORT ZEMathTargets
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 # Public headers keep their core/... and math/... paths; the impl folders come
-# along because the public headers include them. The instruction-set lanes,
-# loops and raw path declarations serve only the library's own sources.
+# along because the public headers include them. The instruction-set units,
+# lanes, loops and raw path declarations serve only the library's own sources.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/core ${PROJECT_SOURCE_DIR}/math
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN "*.h" PATTERN "*.inl"
   PATTERN "BayCoreRegistry.h" EXCLUDE
   PATTERN "lanes" EXCLUDE
+  PATTERN "isa" EXCLUDE
   PATTERN "*Loop.h" EXCLUDE
   PATTERN "*RawPaths.h" EXCLUDE)
 

@@ -21,11 +21,11 @@ using impl::ArrayTransformPath;
 namespace {
 
 template <class M, class V>
-using Kernel = ArrayTransformFunction<M, V> ArrayTransformPath::*;
+using Kernel = ArrayTransformFunction<M, V> impl::ArrayTransformKernels::*;
 
-std::vector<const ArrayTransformPath*> paths() {
-  return zetest::runnablePaths(impl::arrayTransformPathCount(), &impl::arrayTransformPath);
-}
+const impl::PathTable<impl::ArrayTransformKernels>& table() { return impl::arrayTransformPaths(); }
+
+std::vector<const ArrayTransformPath*> paths() { return zetest::runnablePaths(table()); }
 
 // Components mostly in [-4, 4]; with `withAwkward`, now and then NaN, an
 // infinity, a zero of either sign, or a value near the divide's threshold.
@@ -119,7 +119,7 @@ std::vector<V> run(ArrayTransformFunction<M, V> f, const M& m, const std::vector
 
 template <class M, class V>
 void expectAllPathsAgree(Kernel<M, V> kernel, const char* what, unsigned int seed) {
-  const ArrayTransformFunction<M, V> reference = impl::arrayTransformPath(0).*kernel;
+  const ArrayTransformFunction<M, V> reference = table().path(0).*kernel;
   for (const M& m : matrices<M>(seed)) {
     for (unsigned int n = 0; n <= 20; ++n)
       for (bool withAwkward : {false, true}) {
@@ -135,28 +135,6 @@ void expectAllPathsAgree(Kernel<M, V> kernel, const char* what, unsigned int see
 }
 
 }  // namespace
-
-TEST(ArrayTransformPaths, TheScalarLoopComesFirstAndSse2IsAlwaysThere) {
-  ASSERT_GE(impl::arrayTransformPathCount(), 2u);
-  EXPECT_STREQ(impl::arrayTransformPath(0).name, "scalar");
-  EXPECT_TRUE(impl::arrayTransformPath(1).available);
-  EXPECT_TRUE(impl::selectedArrayTransformPath().available);
-}
-
-// With AVX-512 the members keep its float kernels and d3Points but take the
-// three double kernels that measured faster on AVX2.
-TEST(ArrayTransformPaths, TheMembersTakeThreeDoubleKernelsFromAvx2) {
-  ASSERT_EQ(impl::arrayTransformPathCount(), 4u);
-  const ArrayTransformPath &avx2 = impl::arrayTransformPath(2), &avx512 = impl::arrayTransformPath(3);
-  if (!avx512.available) GTEST_SKIP() << "no AVX-512";
-  const ArrayTransformPath& chosen = impl::selectedArrayTransformPath();
-  EXPECT_EQ(chosen.points3f, avx512.points3f);
-  EXPECT_EQ(chosen.vectors4f, avx512.vectors4f);
-  EXPECT_EQ(chosen.points3d, avx512.points3d);
-  EXPECT_EQ(chosen.vectors3d, avx2.vectors3d);
-  EXPECT_EQ(chosen.points4d, avx2.points4d);
-  EXPECT_EQ(chosen.vectors4d, avx2.vectors4d);
-}
 
 TEST(ArrayTransformPaths, FloatKernelsGiveTheScalarBits) {
   expectAllPathsAgree<zeMatrix44f, zeVec3f>(&ArrayTransformPath::vectors3f, "vectors3f", 1);
@@ -179,9 +157,9 @@ TEST(ArrayTransformPaths, TinyAndUnitWOnEveryPath) {
   src[5] = zeVec3f(1e-9f, 2.0f, -0.0f);
   src[30] = zeVec3f(-1e-9f, 2.0f, -0.0f);
   const float factor = 1.0f / 5e-7f;
-  for (unsigned int i = 0; i < impl::arrayTransformPathCount(); ++i) {
-    const ArrayTransformPath& p = impl::arrayTransformPath(i);
-    if (!p.available) continue;
+  for (unsigned int i = 0; i < table().count(); ++i) {
+    if (!table().available(i)) continue;
+    const ArrayTransformPath& p = table().path(i);
     std::vector<zeVec3f> out(32);
     p.points3f(m, src.data(), out.data(), 32);
     EXPECT_BITEQ(4.0f, out[0].x) << p.name;
@@ -196,9 +174,9 @@ TEST(ArrayTransformPaths, TheDoubleTwinDividesByTheWidenedSingleThreshold) {
   std::vector<zeVec3d> src(19, zeVec3d(-1e-12, 2.0, 0.5));
   // 1 / 4.999999987376214e-7, not 1 / 5e-7 (the double nearest).
   const double factor = 1.0 / static_cast<double>(5e-7f);
-  for (unsigned int i = 0; i < impl::arrayTransformPathCount(); ++i) {
-    const ArrayTransformPath& p = impl::arrayTransformPath(i);
-    if (!p.available) continue;
+  for (unsigned int i = 0; i < table().count(); ++i) {
+    if (!table().available(i)) continue;
+    const ArrayTransformPath& p = table().path(i);
     std::vector<zeVec3d> out(19);
     p.points3d(m, src.data(), out.data(), 19);
     EXPECT_BITEQ((-1e-12 + 3.0) * factor, out[18].x) << p.name;
@@ -228,7 +206,7 @@ TEST(ArrayTransformPaths, MembersGiveTheScalarBits) {
   const std::vector<zeVec4f> s4f = randomArray<zeVec4f>(77, true, 11);
   const std::vector<zeVec3d> s3d = randomArray<zeVec3d>(77, true, 12);
   const std::vector<zeVec4d> s4d = randomArray<zeVec4d>(77, true, 13);
-  const ArrayTransformPath& scalar = impl::arrayTransformPath(0);
+  const ArrayTransformPath& scalar = table().path(0);
   std::vector<zeVec3f> a3f = s3f, e3f = s3f;
   mf.transformPoints(a3f.data(), a3f.data(), 77);
   scalar.points3f(mf, e3f.data(), e3f.data(), 77);
@@ -252,7 +230,7 @@ TEST(ArrayTransformPaths, ArraysOverlappingWithAShiftGetTheScalarOrder) {
   for (std::ptrdiff_t shift : {-1, 1, 5}) {
     std::vector<zeVec3f> a = randomArray<zeVec3f>(64, false, 15), e = a;
     m.transformPoints(a.data() + 8, a.data() + 8 + shift, 40);
-    impl::arrayTransformPath(0).points3f(m, e.data() + 8, e.data() + 8 + shift, 40);
+    table().path(0).points3f(m, e.data() + 8, e.data() + 8 + shift, 40);
     EXPECT_EQ(firstDifference(a, e), -1) << "shift " << shift;
   }
 }

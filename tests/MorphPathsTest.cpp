@@ -66,7 +66,7 @@ std::vector<unsigned char> run(MorphPathFunction f, const Morph& m, unsigned int
 // The vector paths and the published kernel.
 std::vector<MorphPathFunction> kernels() {
   std::vector<MorphPathFunction> all = {&morphNonAligned};
-  for (const MorphPath* p : runnablePaths(impl::morphPathCount(), &impl::morphPath)) all.push_back(p->function);
+  for (const MorphPath* p : runnablePaths(impl::morphPaths())) all.push_back(p->function);
   return all;
 }
 
@@ -79,13 +79,6 @@ void expectAllPathsAgree(const Morph& m, unsigned int stride, unsigned int offse
 }
 
 }  // namespace
-
-TEST(MorphPaths, TheScalarLoopComesFirstAndSse2IsAlwaysThere) {
-  ASSERT_GE(impl::morphPathCount(), 2u);
-  EXPECT_STREQ(impl::morphPath(0).name, "scalar");
-  EXPECT_TRUE(impl::morphPath(1).available);
-  EXPECT_TRUE(impl::selectedMorphPath().available);
-}
 
 // 16 targets fit one pass of a vector path; 17 and 33 take more. The last
 // cases pass over tens of megabytes, where packed outputs are stored past

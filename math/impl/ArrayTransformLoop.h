@@ -4,9 +4,9 @@
 /// The matrix array transforms written once over a vector of lanes (one
 /// array element per lane). Each lane computes exactly what the scalar
 /// single-vector transform computes for its element, in the same order, with
-/// separate multiplies and adds. Included only by the files that instantiate
-/// one instruction set each; it works on raw scalars so that those files, some
-/// built for wider instructions, share no inline function with the rest of
+/// separate multiplies and adds. Included only by the instruction-set units
+/// (math/isa/); it works on raw scalars so that those units, some built for
+/// wider instructions, share no inline function with the rest of
 /// the library.
 ///
 /// A lane-traits struct L (one of math/impl/lanes) supplies the scalar T, the
@@ -15,11 +15,12 @@
 /// less, equal, select(mask, ifTrue, ifFalse), unpacklo, unpackhi and
 /// shuffle<imm> (within each 128 bits; for doubles imm is the two-bit pattern
 /// of one 128-bit half); registers of two 128-bit halves also loadHalves and
-/// storeHalves. The instruction-set file adds kPermutesAcross: traits whose
-/// permutes reach across the whole register set it and split<c>/join<c> the
-/// c component registers of a block of N c-vectors themselves (3-vectors, and
-/// 4-vectors of doubles); for the others loadGroups/storeGroups below move
-/// the c registers and the shuffles here split them.
+/// storeHalves, and kPermutesAcross false. Traits whose permutes reach across
+/// the whole register (ArrayTransformAvx512Loop.h) set kPermutesAcross and
+/// split<c>/join<c> the c component registers of a block of N c-vectors
+/// themselves (3-vectors, and 4-vectors of doubles); for the others
+/// loadGroups/storeGroups below move the c registers and the shuffles here
+/// split them.
 
 #include <cstddef>
 

@@ -2,10 +2,11 @@
 
 /// \file
 /// The instruction-set paths behind the matrix array transforms. Internal:
-/// the members pick one path at first use; the tests and benchmarks run them
+/// the members run the one the table chooses; the tests and benchmarks run them
 /// all.
 
 #include "math/ZEMathExport.h"
+#include "math/impl/PathTable.h"
 #include "math/zeMatrix44d.h"
 #include "math/zeMatrix44f.h"
 #include "math/zeVec3d.h"
@@ -21,10 +22,8 @@ namespace impl {
 template <class M, class V>
 using ArrayTransformFunction = void (*)(const M& m, const V* src, V* dst, unsigned int count);
 
-/// One path: its name, whether this processor can run it, and its eight kernels.
-struct ArrayTransformPath {
-  const char* name;
-  bool available;
+/// The eight kernels of one array-transform path.
+struct ArrayTransformKernels {
   ArrayTransformFunction<zeMatrix44f, zeVec3f> vectors3f;
   ArrayTransformFunction<zeMatrix44f, zeVec3f> points3f;
   ArrayTransformFunction<zeMatrix44f, zeVec4f> vectors4f;
@@ -35,14 +34,13 @@ struct ArrayTransformPath {
   ArrayTransformFunction<zeMatrix44d, zeVec4d> points4d;
 };
 
-/// The number of paths compiled into the library; path 0 is the scalar loop,
-/// the reference for every other path.
-ZEMATH_API unsigned int arrayTransformPathCount() noexcept;
-/// Path `i` (below arrayTransformPathCount()).
-ZEMATH_API const ArrayTransformPath& arrayTransformPath(unsigned int i) noexcept;
-/// The kernels the matrix members use: those of the widest available path,
-/// except where a narrower one measured faster (then named in `name`).
-ZEMATH_API const ArrayTransformPath& selectedArrayTransformPath() noexcept;
+/// One array-transform path: its kernels, name and instruction set.
+typedef Path<ArrayTransformKernels> ArrayTransformPath;
+
+/// The array-transform paths, narrowest first (path 0 is the scalar loop,
+/// the reference for every other path), and the members' choice, which may
+/// take some kernels from a narrower path that measured faster.
+ZEMATH_API const PathTable<ArrayTransformKernels>& arrayTransformPaths() noexcept;
 
 }  // namespace impl
 }  // namespace Math

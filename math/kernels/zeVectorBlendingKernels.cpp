@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "math/impl/PathChoice.h"
-#include "math/kernels/impl/BlendRawPaths.h"
+#include "math/impl/IsaRawPaths.h"
+#include "math/impl/PathTable.h"
 #include "math/kernels/impl/BlendingPaths.h"
 #include "math/kernels/impl/StridedOutput.h"
 
@@ -73,43 +73,38 @@ const float* raw(const zeVec4f* v) { return reinterpret_cast<const float*>(v); }
 const float* raw(const zeMatrix44f* m) { return reinterpret_cast<const float*>(m); }
 unsigned char* raw(zeVec3f* v) { return reinterpret_cast<unsigned char*>(v); }
 
-typedef void (*RawWeighted)(const float*, unsigned int, const float*, const unsigned char*, unsigned int, const float*,
-                            unsigned char*, unsigned int);
-typedef void (*RawOneWeight)(const float*, unsigned int, const unsigned char*, unsigned int, const float*,
-                             unsigned char*, unsigned int);
-
-/// A raw weighted path behind the kernel's arguments.
-template <RawWeighted kRaw>
+/// An instruction set's weighted kernel behind the kernel's arguments.
+template <const RawKernels& kIsa>
 void weighted(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
               unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
               unsigned int destinationStride) {
-  kRaw(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination), destinationStride);
+  kIsa.blend(raw(source), count, weights, indices, weightsPerVertex, raw(matrices), raw(destination),
+             destinationStride);
 }
 
-/// A raw one-weight path behind the kernel's arguments; it reads no weight.
-template <RawOneWeight kRaw>
+/// An instruction set's one-weight kernel behind the kernel's arguments; it
+/// reads no weight.
+template <const RawKernels& kIsa>
 void oneWeight(const zeVec4f* source, unsigned int count, const float* /*weights*/, const unsigned char* indices,
                unsigned int weightsPerVertex, const zeMatrix44f* matrices, zeVec3f* destination,
                unsigned int destinationStride) {
-  kRaw(raw(source), count, indices, weightsPerVertex, raw(matrices), raw(destination), destinationStride);
+  kIsa.blendOneWeight(raw(source), count, nullptr, indices, weightsPerVertex, raw(matrices), raw(destination),
+                      destinationStride);
 }
 
-bool hasAvx512() {
-  return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
-         __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq");
+template <const RawKernels& kIsa>
+constexpr BlendPath vectorPath(const char* name, ZE_MATH_INSTRUCTION_SET level) {
+  return {{&weighted<kIsa>, &oneWeight<kIsa>}, name, level};
 }
 
-const BlendPath* paths() {
-  static const BlendPath table[] = {
-      {"scalar", true, &blendScalar, &blendOneWeightScalar},
-      {"sse2", true, &weighted<&blendRawSse2>, &oneWeight<&blendOneWeightRawSse2>},
-      {"avx2", __builtin_cpu_supports("avx2") != 0, &weighted<&blendRawAvx2>, &oneWeight<&blendOneWeightRawAvx2>},
-      {"avx512", hasAvx512(), &weighted<&blendRawAvx512>, &oneWeight<&blendOneWeightRawAvx512>},
-  };
-  return table;
-}
+constexpr BlendPath kPaths[] = {
+    {{&blendScalar, &blendOneWeightScalar}, "scalar", ZE_MATH_INSTRUCTION_SET_SCALAR},
+    vectorPath<kSse2Kernels>("sse2", ZE_MATH_INSTRUCTION_SET_SSE2),
+    vectorPath<kAvx2Kernels>("avx2", ZE_MATH_INSTRUCTION_SET_AVX2),
+    vectorPath<kAvx512Kernels>("avx512", ZE_MATH_INSTRUCTION_SET_AVX512),
+};
 
-constexpr unsigned int kPathCount = 4;
+const PathTable<BlendKernels> kTable(kPaths);
 
 // Outputs that share bytes with an input take the scalar loop.
 bool outputsOverlapInputs(const zeVec4f* source, unsigned int count, const float* weights, const unsigned char* indices,
@@ -124,27 +119,20 @@ bool outputsOverlapInputs(const zeVec4f* source, unsigned int count, const float
 
 }  // namespace
 
-unsigned int blendPathCount() noexcept { return kPathCount; }
-
-const BlendPath& blendPath(unsigned int i) noexcept { return paths()[i < kPathCount ? i : 0]; }
-
-const BlendPath& selectedBlendPath() noexcept {
-  static const BlendPath* const chosen = paths() + widestAvailable(paths(), kPathCount);
-  return *chosen;
-}
+const PathTable<BlendKernels>& blendPaths() noexcept { return kTable; }
 
 }  // namespace impl
 
-// The published kernels choose the widest path the processor runs, once;
-// every path yields the scalar loop's bits.
+// The published kernels run the path the table chooses; every path yields
+// the scalar loop's bits.
 void indexedBlendAligned4Vectors(const zeVec4f* source, unsigned int count, const float* weights,
                                  const unsigned char* indices, unsigned int weightsPerVertex,
                                  const zeMatrix44f* matrices, zeVec3f* destination, unsigned int destinationStride) {
   if (count == 0) return;
-  const bool inPlace =
+  const bool shared =
       impl::outputsOverlapInputs(source, count, weights, indices, weightsPerVertex, destination, destinationStride);
-  const impl::BlendPathFunction f = inPlace ? &impl::blendScalar : impl::selectedBlendPath().weighted;
-  f(source, count, weights, indices, weightsPerVertex, matrices, destination, destinationStride);
+  impl::kTable.pathFor(shared).weighted(source, count, weights, indices, weightsPerVertex, matrices, destination,
+                                        destinationStride);
 }
 
 void indexedBlendAligned4VectorsOneWeight(const zeVec4f* source, unsigned int count, const float* weights,
@@ -152,10 +140,10 @@ void indexedBlendAligned4VectorsOneWeight(const zeVec4f* source, unsigned int co
                                           const zeMatrix44f* matrices, zeVec3f* destination,
                                           unsigned int destinationStride) {
   if (count == 0) return;
-  const bool inPlace =
+  const bool shared =
       impl::outputsOverlapInputs(source, count, nullptr, indices, weightsPerVertex, destination, destinationStride);
-  const impl::BlendPathFunction f = inPlace ? &impl::blendOneWeightScalar : impl::selectedBlendPath().oneWeight;
-  f(source, count, weights, indices, weightsPerVertex, matrices, destination, destinationStride);
+  impl::kTable.pathFor(shared).oneWeight(source, count, weights, indices, weightsPerVertex, matrices, destination,
+                                         destinationStride);
 }
 
 }  // namespace Math

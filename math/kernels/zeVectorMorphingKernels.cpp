@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-#include "math/impl/PathChoice.h"
-#include "math/kernels/impl/MorphRawPaths.h"
+#include "math/impl/IsaRawPaths.h"
+#include "math/impl/PathTable.h"
 #include "math/kernels/impl/MorphingPaths.h"
 #include "math/kernels/impl/StridedOutput.h"
 
@@ -56,32 +56,21 @@ void morphInPasses(MorphPass pass, const zeVec3f* base, const zeVec3f** targets,
   } while (done < targetCount);
 }
 
-void morphSse2(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
-               unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
-  morphInPasses(&morphPassSse2, base, targets, weights, count, targetCount, destination, destinationStride);
+/// An instruction set's morphing pass behind the kernel's arguments.
+template <const RawKernels& kIsa>
+void morphOn(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
+             unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
+  morphInPasses(kIsa.morphPass, base, targets, weights, count, targetCount, destination, destinationStride);
 }
 
-void morphAvx2(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
-               unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
-  morphInPasses(&morphPassAvx2, base, targets, weights, count, targetCount, destination, destinationStride);
-}
+constexpr MorphPath kPaths[] = {
+    {{&morphScalar}, "scalar", ZE_MATH_INSTRUCTION_SET_SCALAR},
+    {{&morphOn<kSse2Kernels>}, "sse2", ZE_MATH_INSTRUCTION_SET_SSE2},
+    {{&morphOn<kAvx2Kernels>}, "avx2", ZE_MATH_INSTRUCTION_SET_AVX2},
+    {{&morphOn<kAvx512Kernels>}, "avx512", ZE_MATH_INSTRUCTION_SET_AVX512},
+};
 
-void morphAvx512(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
-                 unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
-  morphInPasses(&morphPassAvx512, base, targets, weights, count, targetCount, destination, destinationStride);
-}
-
-const MorphPath* paths() {
-  static const MorphPath table[] = {
-      {"scalar", true, &morphScalar},
-      {"sse2", true, &morphSse2},
-      {"avx2", __builtin_cpu_supports("avx2") != 0, &morphAvx2},
-      {"avx512", __builtin_cpu_supports("avx512f") != 0, &morphAvx512},
-  };
-  return table;
-}
-
-constexpr unsigned int kPathCount = 4;
+const PathTable<MorphKernels> kTable(kPaths);
 
 // The vector paths read a block of vectors, and the weights and target
 // addresses once, before writing; the scalar loop reads each of them just
@@ -108,26 +97,18 @@ bool outputsShareBytes(const zeVec3f* base, const zeVec3f** targets, const float
 
 }  // namespace
 
-unsigned int morphPathCount() noexcept { return kPathCount; }
-
-const MorphPath& morphPath(unsigned int i) noexcept { return paths()[i < kPathCount ? i : 0]; }
-
-const MorphPath& selectedMorphPath() noexcept {
-  static const MorphPath* const chosen = paths() + widestAvailable(paths(), kPathCount);
-  return *chosen;
-}
+const PathTable<MorphKernels>& morphPaths() noexcept { return kTable; }
 
 }  // namespace impl
 
-// The published kernel chooses the widest path the processor runs, once;
-// every path yields the scalar loop's bits.
+// The published kernel runs the path the table chooses; every path yields
+// the scalar loop's bits.
 void morphNonAligned(const zeVec3f* base, const zeVec3f** targets, const float* weights, unsigned int count,
                      unsigned int targetCount, zeVec3f* destination, unsigned int destinationStride) {
   if (count == 0) return;
   const bool shared =
       impl::outputsShareBytes(base, targets, weights, count, targetCount, destination, destinationStride);
-  const impl::MorphPathFunction f = shared ? &impl::morphScalar : impl::selectedMorphPath().function;
-  f(base, targets, weights, count, targetCount, destination, destinationStride);
+  impl::kTable.pathFor(shared).function(base, targets, weights, count, targetCount, destination, destinationStride);
 }
 
 }  // namespace Math

@@ -29,12 +29,13 @@ inline float drawFloat(std::mt19937& rng, bool awkward, int oneIn = 4) {
   return std::uniform_real_distribution<float>(-4.0f, 4.0f)(rng);
 }
 
-/// Every path after the scalar loop (path 0) that this processor can run.
-template <class Path>
-std::vector<const Path*> runnablePaths(unsigned int count, const Path& (*path)(unsigned int) noexcept) {
-  std::vector<const Path*> paths;
-  for (unsigned int i = 1; i < count; ++i)
-    if (path(i).available) paths.push_back(&path(i));
+/// Every path of a table after the scalar loop (path 0) that this processor
+/// can run.
+template <class Table>
+std::vector<const typename Table::Entry*> runnablePaths(const Table& table) {
+  std::vector<const typename Table::Entry*> paths;
+  for (unsigned int i = 1; i < table.count(); ++i)
+    if (table.available(i)) paths.push_back(&table.path(i));
   return paths;
 }
 

@@ -2,11 +2,11 @@
 
 /// \file
 /// AVX2 lanes: eight floats or four doubles per register, behind the names
-/// the vector loops are written with. Included only by the files built for
-/// AVX2, next to a loop header and the raw-pointer declarations. Everything
-/// here lives in an anonymous namespace so that each such file keeps its own
-/// copy: an inline function shared across files could be emitted with AVX2
-/// instructions and picked by the linker for a caller that runs without them.
+/// the vector loops are written with. Included only by the unit built for
+/// AVX2 (math/isa/). Everything here lives in an anonymous namespace so that
+/// each unit keeps its own copy: an inline function shared across units
+/// could be emitted with AVX2 instructions and picked by the linker for a
+/// caller that runs without them.
 
 #include <immintrin.h>
 
@@ -23,6 +23,8 @@ struct Avx2Float {
   static constexpr int N = 8;
   /// Scalars per 128 bits.
   static constexpr int kChunk = 4;
+  /// Permutes stay within each 128 bits.
+  static constexpr bool kPermutesAcross = false;
   static F zero() { return _mm256_setzero_ps(); }
   static F set1(T v) { return _mm256_set1_ps(v); }
   static F load(const T* p) { return _mm256_loadu_ps(p); }
@@ -65,6 +67,8 @@ struct Avx2Double {
   static constexpr int N = 4;
   /// Scalars per 128 bits.
   static constexpr int kChunk = 2;
+  /// Permutes stay within each 128 bits.
+  static constexpr bool kPermutesAcross = false;
   static F zero() { return _mm256_setzero_pd(); }
   static F set1(T v) { return _mm256_set1_pd(v); }
   static F load(const T* p) { return _mm256_loadu_pd(p); }

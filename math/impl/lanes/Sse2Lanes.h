@@ -2,11 +2,10 @@
 
 /// \file
 /// SSE2 lanes: four floats or two doubles per register, behind the names the
-/// vector loops are written with. Included only by the files built for one
-/// instruction set each, next to a loop header and the raw-pointer
-/// declarations. Everything here lives in an anonymous namespace so that each
-/// such file keeps its own copy: an inline function shared across files could
-/// be emitted with wider instructions and picked by the linker for a caller
+/// vector loops are written with. Included only by the instruction-set units
+/// (math/isa/). Everything here lives in an anonymous namespace so that each
+/// unit keeps its own copy: an inline function shared across units could be
+/// emitted with wider instructions and picked by the linker for a caller
 /// that runs without them.
 
 #include <emmintrin.h>
@@ -24,6 +23,8 @@ struct Sse2Float {
   static constexpr int N = 4;
   /// Scalars per 128 bits.
   static constexpr int kChunk = 4;
+  /// Permutes stay within each 128 bits.
+  static constexpr bool kPermutesAcross = false;
   static F zero() { return _mm_setzero_ps(); }
   static F set1(T v) { return _mm_set1_ps(v); }
   static F load(const T* p) { return _mm_loadu_ps(p); }
@@ -57,6 +58,8 @@ struct Sse2Double {
   static constexpr int N = 2;
   /// Scalars per 128 bits.
   static constexpr int kChunk = 2;
+  /// Permutes stay within each 128 bits.
+  static constexpr bool kPermutesAcross = false;
   static F zero() { return _mm_setzero_pd(); }
   static F set1(T v) { return _mm_set1_pd(v); }
   static F load(const T* p) { return _mm_loadu_pd(p); }

@@ -3,10 +3,11 @@
 /// \file
 /// The skinning loops written once over a vector of lanes (one vertex per
 /// lane). Each lane computes exactly what the scalar loop computes for its
-/// vertex, in the same order, with separate multiplies and adds. Included
-/// only by the files that instantiate one instruction set each; it uses raw
-/// floats so that those files, some built for wider instructions, share no
-/// inline function with the rest of the library.
+/// vertex, in the same order, with separate multiplies and adds. Written for
+/// lanes of one or two 128-bit parts (SSE2, AVX2). Included only by the
+/// instruction-set units (math/isa/); it uses raw floats so that those
+/// units, some built for wider instructions, share no inline function with
+/// the rest of the library.
 
 #include <cstddef>
 #include <cstring>
@@ -42,10 +43,32 @@ ZE_BLEND_INLINE void transpose4(typename V::F r[4]) {
   r[3] = V::template shuffle<0xEE>(t1, t3);
 }
 
+/// Group g of a block: the four floats at p[g], or for registers of two
+/// 128-bit halves those at p[g] in the low half and p[g + 4] in the high
+/// half, so that the in-half transpose leaves the lanes in order.
+template <class V>
+ZE_BLEND_INLINE typename V::F loadGroupOfLanes(const float* const* p, int g) {
+  if constexpr (V::N == V::kChunk)
+    return V::load(p[g]);
+  else
+    return V::loadHalves(p[g], p[g + 4]);
+}
+
+/// Writes back what loadGroupOfLanes reads: the four floats of lane l at lanes[l].
+template <class V>
+ZE_BLEND_INLINE void storeGroupsToLanes(const typename V::F r[4], float (*lanes)[4]) {
+  for (int g = 0; g < 4; ++g) {
+    if constexpr (V::N == V::kChunk)
+      V::store(lanes[g], r[g]);
+    else
+      V::storeHalves(lanes[g], lanes[g + 4], r[g]);
+  }
+}
+
 /// out[c], lane l = p[l][c] for c < 4.
 template <class V>
 ZE_BLEND_INLINE void loadColumns(const float* const* p, typename V::F out[4]) {
-  for (int g = 0; g < 4; ++g) out[g] = V::loadGroup(p, g);
+  for (int g = 0; g < 4; ++g) out[g] = loadGroupOfLanes<V>(p, g);
   transpose4<V>(out);
 }
 
@@ -83,7 +106,7 @@ ZE_BLEND_INLINE void storeLanes(typename V::F x, typename V::F y, typename V::F 
   typename V::F r[4] = {x, y, z, V::zero()};
   transpose4<V>(r);
   float lanes[V::N][4];
-  V::storeGroups(r, lanes);
+  storeGroupsToLanes<V>(r, lanes);
   for (int l = 0; l < live; ++l) std::memcpy(out + l * stride, lanes[l], 3 * sizeof(float));
 }
 

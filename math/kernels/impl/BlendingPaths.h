@@ -2,9 +2,10 @@
 
 /// \file
 /// The instruction-set paths behind the skinning kernels. Internal: the
-/// published functions pick one path at first use; the tests run them all.
+/// published functions run the one the table chooses; the tests run them all.
 
 #include "math/ZEMathExport.h"
+#include "math/impl/PathTable.h"
 #include "math/zeMatrix44f.h"
 #include "math/zeVec3f.h"
 #include "math/zeVec4f.h"
@@ -18,20 +19,18 @@ typedef void (*BlendPathFunction)(const zeVec4f* source, unsigned int count, con
                                   const unsigned char* indices, unsigned int weightsPerVertex,
                                   const zeMatrix44f* matrices, zeVec3f* destination, unsigned int destinationStride);
 
-/// One path: its name, whether this processor can run it, and its two kernels.
-struct BlendPath {
-  const char* name;
-  bool available;
+/// The kernels of one skinning path.
+struct BlendKernels {
   BlendPathFunction weighted;
   BlendPathFunction oneWeight;
 };
 
-/// The number of paths compiled into the library; path 0 is the scalar loop.
-ZEMATH_API unsigned int blendPathCount() noexcept;
-/// Path `i` (below blendPathCount()).
-ZEMATH_API const BlendPath& blendPath(unsigned int i) noexcept;
-/// The path the published kernels use: the widest available one.
-ZEMATH_API const BlendPath& selectedBlendPath() noexcept;
+/// One skinning path: its kernels, name and instruction set.
+typedef Path<BlendKernels> BlendPath;
+
+/// The skinning paths, narrowest first (path 0 is the scalar loop), and the
+/// published kernels' choice among them.
+ZEMATH_API const PathTable<BlendKernels>& blendPaths() noexcept;
 
 /// The scalar loops, in the written order; the reference for every other path.
 ZEMATH_API void blendScalar(const zeVec4f* source, unsigned int count, const float* weights,

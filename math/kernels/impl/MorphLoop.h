@@ -5,9 +5,9 @@
 /// component is computed on its own, so a block of N vectors is 3N floats in
 /// three registers, each lane one float: start value, then each target's
 /// float times its weight added in target order, with separate multiplies
-/// and adds, exactly as the scalar loop does. Included only by the files
-/// that instantiate one instruction set each; it uses raw floats so that
-/// those files, some built for wider instructions, share no inline function
+/// and adds, exactly as the scalar loop does. Included only by the
+/// instruction-set units (math/isa/); it uses raw floats so that those
+/// units, some built for wider instructions, share no inline function
 /// with the rest of the library.
 
 #include <cstddef>

@@ -5,7 +5,7 @@
 /// kMorphPassTargets weighted targets to a start array. Vectors are 3 floats;
 /// the targets are tightly packed, the start vectors `fromStride` bytes apart
 /// and the outputs `stride` bytes apart (12 bytes written per output).
-/// Declared without the library's types so that the files built for wider
+/// Declared without the library's types so that the units built for wider
 /// instructions include nothing else of the library.
 
 namespace Lux {
@@ -20,19 +20,6 @@ constexpr unsigned int kMorphPassTargets = 16;
 typedef void (*MorphPass)(const unsigned char* from, unsigned int fromStride, const float* const* targets,
                           const float* weights, unsigned int targetCount, unsigned int count, unsigned char* out,
                           unsigned int stride);
-
-/// SSE2: four vectors at a time (every x86-64 processor has SSE2).
-void morphPassSse2(const unsigned char* from, unsigned int fromStride, const float* const* targets,
-                   const float* weights, unsigned int targetCount, unsigned int count, unsigned char* out,
-                   unsigned int stride);
-/// AVX2: eight vectors at a time; only called when the processor has AVX2.
-void morphPassAvx2(const unsigned char* from, unsigned int fromStride, const float* const* targets,
-                   const float* weights, unsigned int targetCount, unsigned int count, unsigned char* out,
-                   unsigned int stride);
-/// AVX-512: sixteen vectors at a time; only called when the processor has AVX-512F.
-void morphPassAvx512(const unsigned char* from, unsigned int fromStride, const float* const* targets,
-                     const float* weights, unsigned int targetCount, unsigned int count, unsigned char* out,
-                     unsigned int stride);
 
 }  // namespace impl
 }  // namespace Math

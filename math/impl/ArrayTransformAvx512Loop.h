@@ -1,17 +1,12 @@
-// The AVX-512 array transforms: sixteen floats or eight doubles per vector.
-// This file alone is built for AVX-512 (F, VL, DQ, BW) and includes nothing
-// of the library but its lanes and the raw loops, so no shared inline
-// function is ever emitted with AVX-512 instructions.
+#pragma once
 
-// GCC 12's AVX-512 intrinsics seed their vectors from themselves, which
-// trips its own uninitialised-use warning inside the system header.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
-#endif
+/// \file
+/// The array-transform loops' own part on AVX-512: registers that permute
+/// across their whole width split a block of c-vectors into c component
+/// registers, and join them back, themselves. Included only by the unit
+/// built for AVX-512 (math/isa/), after its lanes.
 
-#include "math/impl/ArrayTransformLoop.h"
-#include "math/impl/ArrayTransformRawPaths.h"
-#include "math/impl/lanes/Avx512Lanes.h"
+#include <immintrin.h>
 
 namespace Lux {
 namespace Math {
@@ -81,36 +76,7 @@ struct Avx512Blocks : Lanes {
   }
 };
 
-typedef Avx512Blocks<Avx512Float> Avx512f;
-typedef Avx512Blocks<Avx512Double> Avx512d;
-
 }  // namespace
-
-unsigned int transformVectors3fAvx512(const float* m, const float* src, float* dst, unsigned int count) {
-  return vectorsLoop<Avx512f, 3>(m, src, dst, count);
-}
-unsigned int transformPoints3fAvx512(const float* m, const float* src, float* dst, unsigned int count) {
-  return points3Loop<Avx512f>(m, src, dst, count);
-}
-unsigned int transformVectors4fAvx512(const float* m, const float* src, float* dst, unsigned int count) {
-  return vectorsLoop<Avx512f, 4>(m, src, dst, count);
-}
-unsigned int transformPoints4fAvx512(const float* m, const float* src, float* dst, unsigned int count) {
-  return points4Loop<Avx512f>(m, src, dst, count);
-}
-unsigned int transformVectors3dAvx512(const double* m, const double* src, double* dst, unsigned int count) {
-  return vectorsLoop<Avx512d, 3>(m, src, dst, count);
-}
-unsigned int transformPoints3dAvx512(const double* m, const double* src, double* dst, unsigned int count) {
-  return points3Loop<Avx512d>(m, src, dst, count);
-}
-unsigned int transformVectors4dAvx512(const double* m, const double* src, double* dst, unsigned int count) {
-  return vectorsLoop<Avx512d, 4>(m, src, dst, count);
-}
-unsigned int transformPoints4dAvx512(const double* m, const double* src, double* dst, unsigned int count) {
-  return points4Loop<Avx512d>(m, src, dst, count);
-}
-
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux

@@ -1,26 +1,22 @@
-// The AVX-512 skinning path: sixteen vertices per vector. This file alone is
-// built for AVX-512 (F, VL, BW, DQ) and includes nothing of the library but
-// the raw declarations, so no shared inline function is ever emitted with
-// these instructions.
-//
-// Everything per lane stays in vectors: the weights and indices of sixteen
-// vertices are picked out of whole-vector loads and a lane mask says which
-// influences count. A matrix element reaches the lanes in one of two ways.
-// Matrices 0 to 63 are copied, each the first time a counting influence
-// names it and never otherwise, into one table per element, and a lane's
-// element is a permute out of its table. A block where a counting influence
-// names a matrix from 64 up instead loads each counting lane's matrix whole
-// and transposes the sixteen matrices into one vector per element. Either
-// way a skipped influence's matrix is never read, and masked adds leave the
-// sums of skipped lanes as they were: each lane computes exactly what the
-// scalar loop computes for its vertex, in the same order.
+#pragma once
 
-// GCC 12's AVX-512 intrinsics seed their vectors from themselves, which
-// trips its own uninitialised-use warning inside the system header.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
-#pragma GCC diagnostic ignored "-Wuninitialized"
-#endif
+/// \file
+/// The skinning loops on AVX-512: sixteen vertices per register, the float
+/// work written with the AVX-512 lanes (math/impl/lanes/Avx512Lanes.h).
+/// Included only by the unit built for AVX-512 (math/isa/); blend<> has the
+/// shape of a raw skinning path (BlendRawPaths.h).
+///
+/// Everything per lane stays in vectors: the weights and indices of sixteen
+/// vertices are picked out of whole-vector loads and a lane mask says which
+/// influences count. A matrix element reaches the lanes in one of two ways.
+/// Matrices 0 to 63 are copied, each the first time a counting influence
+/// names it and never otherwise, into one table per element, and a lane's
+/// element is a permute out of its table. A block where a counting influence
+/// names a matrix from 64 up instead loads each counting lane's matrix whole
+/// and transposes the sixteen matrices into one vector per element. Either
+/// way a skipped influence's matrix is never read, and masked adds leave the
+/// sums of skipped lanes as they were: each lane computes exactly what the
+/// scalar loop computes for its vertex, in the same order.
 
 #include <immintrin.h>
 
@@ -28,14 +24,19 @@
 #include <cstdint>
 #include <cstring>
 
-#include "math/kernels/impl/BlendRawPaths.h"
+#include "math/impl/lanes/Avx512Lanes.h"
 
 namespace Lux {
 namespace Math {
 namespace impl {
 namespace {
+namespace blendAvx512 {
 
-#define ZE_AVX512_INLINE inline __attribute__((always_inline))
+/// The float lanes; the index and address bookkeeping stays in integer
+/// intrinsics.
+typedef Avx512Float L;
+typedef L::F F;
+typedef L::Mask Mask;
 
 constexpr int kLanes = 16;
 
@@ -46,31 +47,30 @@ constexpr float kThreshold = 0.0001f;
 alignas(64) const float kZeroMatrix[16] = {};
 
 /// The first `live` lanes.
-ZE_AVX512_INLINE __mmask16 liveMask(int live) { return __mmask16((1u << live) - 1u); }
+ZE_AVX512_INLINE Mask liveMask(int live) { return Mask((1u << live) - 1u); }
 
 /// Bits [16 * part, 16 * part + 16) of the first `n` bits of a 64-bit mask.
-ZE_AVX512_INLINE __mmask16 partOfFirst(unsigned n, int part) {
+ZE_AVX512_INLINE Mask partOfFirst(unsigned n, int part) {
   const std::uint64_t all = n >= 64 ? ~std::uint64_t(0) : (std::uint64_t(1) << n) - 1u;
-  return __mmask16(all >> (16 * part));
+  return Mask(all >> (16 * part));
 }
 
 /// x, y, z of sixteen source vertices (16 bytes each), one vertex per lane.
 struct Source {
-  __m512 x, y, z;
+  F x, y, z;
 };
 
 ZE_AVX512_INLINE Source loadSource(const float* p, int live) {
   const unsigned floats = 4u * unsigned(live);
-  const __m512 v0 = _mm512_maskz_loadu_ps(partOfFirst(floats, 0), p);
-  const __m512 v1 = _mm512_maskz_loadu_ps(partOfFirst(floats, 1), p + 16);
-  const __m512 v2 = _mm512_maskz_loadu_ps(partOfFirst(floats, 2), p + 32);
-  const __m512 v3 = _mm512_maskz_loadu_ps(partOfFirst(floats, 3), p + 48);
+  const F v0 = L::loadMasked(partOfFirst(floats, 0), p);
+  const F v1 = L::loadMasked(partOfFirst(floats, 1), p + 16);
+  const F v2 = L::loadMasked(partOfFirst(floats, 2), p + 32);
+  const F v3 = L::loadMasked(partOfFirst(floats, 3), p + 48);
   const __m512i xy = _mm512_setr_epi32(0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
   const __m512i zw = _mm512_setr_epi32(2, 6, 10, 14, 18, 22, 26, 30, 3, 7, 11, 15, 19, 23, 27, 31);
-  const __m512 xy0 = _mm512_permutex2var_ps(v0, xy, v1), xy1 = _mm512_permutex2var_ps(v2, xy, v3);
-  const __m512 zw0 = _mm512_permutex2var_ps(v0, zw, v1), zw1 = _mm512_permutex2var_ps(v2, zw, v3);
-  return {_mm512_shuffle_f32x4(xy0, xy1, 0x44), _mm512_shuffle_f32x4(xy0, xy1, 0xEE),
-          _mm512_shuffle_f32x4(zw0, zw1, 0x44)};
+  const F xy0 = L::permute2(v0, xy, v1), xy1 = L::permute2(v2, xy, v3);
+  const F zw0 = L::permute2(v0, zw, v1), zw1 = L::permute2(v2, zw, v3);
+  return {L::shuffle128<0x44>(xy0, xy1), L::shuffle128<0xEE>(xy0, xy1), L::shuffle128<0x44>(zw0, zw1)};
 }
 
 /// Where lane l finds word k of its vertex in a run of K words per vertex:
@@ -109,7 +109,7 @@ template <int K>
 ZE_AVX512_INLINE Strided<K> loadWeights(const float* w, int live) {
   Strided<K> s;
   const unsigned n = unsigned(K * live);
-  for (int j = 0; j < K; ++j) s.r[j] = _mm512_castps_si512(_mm512_maskz_loadu_ps(partOfFirst(n, j), w + 16 * j));
+  for (int j = 0; j < K; ++j) s.r[j] = L::bits(L::loadMasked(partOfFirst(n, j), w + 16 * j));
   return s;
 }
 
@@ -185,7 +185,7 @@ struct Indices<4, kFirstOnly> : PackedIndices<4, kFirstOnly> {
 /// The twelve elements (rows 0 to 3, columns 0 to 2) of sixteen matrices,
 /// element [row][column] holding lane l's matrix in lane l.
 struct Matrices {
-  __m512 e[4][3];
+  F e[4][3];
 };
 
 /// Matrix elements by whole loads and a transpose: lane l loads its matrix
@@ -193,10 +193,10 @@ struct Matrices {
 /// elsewhere (a skipped lane's matrix is never read).
 struct Transposed {
   const float* matrices;
-  ZE_AVX512_INLINE Matrices operator()(__m512i index, __mmask16 counts) const;
+  ZE_AVX512_INLINE Matrices operator()(__m512i index, Mask counts) const;
 };
 
-ZE_AVX512_INLINE Matrices Transposed::operator()(__m512i index, __mmask16 counts) const {
+ZE_AVX512_INLINE Matrices Transposed::operator()(__m512i index, Mask counts) const {
   alignas(64) const float* at[kLanes];
   const __m512i base = _mm512_set1_epi64(std::int64_t(reinterpret_cast<std::uintptr_t>(matrices)));
   const __m512i zero = _mm512_set1_epi64(std::int64_t(reinterpret_cast<std::uintptr_t>(kZeroMatrix)));
@@ -206,28 +206,28 @@ ZE_AVX512_INLINE Matrices Transposed::operator()(__m512i index, __mmask16 counts
   _mm512_store_si512(at, _mm512_mask_blend_epi64(__mmask8(counts), zero, lo));
   _mm512_store_si512(at + 8, _mm512_mask_blend_epi64(__mmask8(counts >> 8), zero, hi));
 
-  __m512 t[kLanes];
+  F t[kLanes];
   for (int l = 0; l < kLanes; l += 2) {
-    const __m512 a = _mm512_loadu_ps(at[l]), b = _mm512_loadu_ps(at[l + 1]);
-    t[l] = _mm512_unpacklo_ps(a, b);      // per row: a0 b0 a1 b1
-    t[l + 1] = _mm512_unpackhi_ps(a, b);  // per row: a2 b2 a3 b3
+    const F a = L::load(at[l]), b = L::load(at[l + 1]);
+    t[l] = L::unpacklo(a, b);      // per row: a0 b0 a1 b1
+    t[l + 1] = L::unpackhi(a, b);  // per row: a2 b2 a3 b3
   }
   // Per group of four lanes and per column c < 3: each 128-bit part (one
   // row) holds the four lanes' elements of that row and column.
-  __m512 g[4][3];
+  F g[4][3];
   for (int q = 0; q < 4; ++q) {
-    g[q][0] = _mm512_shuffle_ps(t[4 * q], t[4 * q + 2], 0x44);
-    g[q][1] = _mm512_shuffle_ps(t[4 * q], t[4 * q + 2], 0xEE);
-    g[q][2] = _mm512_shuffle_ps(t[4 * q + 1], t[4 * q + 3], 0x44);
+    g[q][0] = L::shuffle<0x44>(t[4 * q], t[4 * q + 2]);
+    g[q][1] = L::shuffle<0xEE>(t[4 * q], t[4 * q + 2]);
+    g[q][2] = L::shuffle<0x44>(t[4 * q + 1], t[4 * q + 3]);
   }
   Matrices m;
   for (int c = 0; c < 3; ++c) {
-    const __m512 a = _mm512_shuffle_f32x4(g[0][c], g[1][c], 0x44), b = _mm512_shuffle_f32x4(g[0][c], g[1][c], 0xEE);
-    const __m512 d = _mm512_shuffle_f32x4(g[2][c], g[3][c], 0x44), e = _mm512_shuffle_f32x4(g[2][c], g[3][c], 0xEE);
-    m.e[0][c] = _mm512_shuffle_f32x4(a, d, 0x88);
-    m.e[1][c] = _mm512_shuffle_f32x4(a, d, 0xDD);
-    m.e[2][c] = _mm512_shuffle_f32x4(b, e, 0x88);
-    m.e[3][c] = _mm512_shuffle_f32x4(b, e, 0xDD);
+    const F a = L::shuffle128<0x44>(g[0][c], g[1][c]), b = L::shuffle128<0xEE>(g[0][c], g[1][c]);
+    const F d = L::shuffle128<0x44>(g[2][c], g[3][c]), e = L::shuffle128<0xEE>(g[2][c], g[3][c]);
+    m.e[0][c] = L::shuffle128<0x88>(a, d);
+    m.e[1][c] = L::shuffle128<0xDD>(a, d);
+    m.e[2][c] = L::shuffle128<0x88>(b, e);
+    m.e[3][c] = L::shuffle128<0xDD>(b, e);
   }
   return m;
 }
@@ -260,10 +260,8 @@ struct Palette {
 };
 
 /// Column c of (x, y, z, 1)·m per lane, summed left to right.
-ZE_AVX512_INLINE __m512 transformed(const Source& s, const Matrices& m, int c) {
-  return _mm512_add_ps(_mm512_add_ps(_mm512_add_ps(_mm512_mul_ps(s.x, m.e[0][c]), _mm512_mul_ps(s.y, m.e[1][c])),
-                                     _mm512_mul_ps(s.z, m.e[2][c])),
-                       m.e[3][c]);
+ZE_AVX512_INLINE F transformed(const Source& s, const Matrices& m, int c) {
+  return L::add(L::add(L::add(L::mul(s.x, m.e[0][c]), L::mul(s.y, m.e[1][c])), L::mul(s.z, m.e[2][c])), m.e[3][c]);
 }
 
 /// The lane of vertex v: lane v itself, or in quad order, where four
@@ -276,14 +274,14 @@ constexpr int laneOfVertex(int v, bool quads) { return quads ? 4 * (v % 4) + v /
 struct PackedOrder {
   alignas(64) int xy[3][16];
   alignas(64) int z[3][16];
-  __mmask16 isZ[3];
+  Mask isZ[3];
   constexpr explicit PackedOrder(bool quads) : xy(), z(), isZ() {
     for (int j = 0; j < 3; ++j) {
       for (int p = 0; p < 16; ++p) {
         const int at = 16 * j + p, lane = laneOfVertex(at / 3, quads), component = at % 3;
         xy[j][p] = component == 1 ? 16 + lane : lane;
         z[j][p] = lane;
-        if (component == 2) isZ[j] = __mmask16(isZ[j] | (1u << p));
+        if (component == 2) isZ[j] = Mask(isZ[j] | (1u << p));
       }
     }
   }
@@ -297,61 +295,61 @@ alignas(64) constexpr int kQuadVertex[16] = {0, 4, 8, 12, 1, 5, 9, 13, 2, 6, 10,
 /// Four vectors of four values for each of sixteen vertices (vertex 4j + q
 /// in part q of v[j]) turned into four vectors of one value per vertex, in
 /// quad order.
-ZE_AVX512_INLINE void transposeQuads(__m512 v[4]) {
-  const __m512 t0 = _mm512_unpacklo_ps(v[0], v[1]), t1 = _mm512_unpackhi_ps(v[0], v[1]);
-  const __m512 t2 = _mm512_unpacklo_ps(v[2], v[3]), t3 = _mm512_unpackhi_ps(v[2], v[3]);
-  v[0] = _mm512_shuffle_ps(t0, t2, 0x44);
-  v[1] = _mm512_shuffle_ps(t0, t2, 0xEE);
-  v[2] = _mm512_shuffle_ps(t1, t3, 0x44);
-  v[3] = _mm512_shuffle_ps(t1, t3, 0xEE);
+ZE_AVX512_INLINE void transposeQuads(F v[4]) {
+  const F t0 = L::unpacklo(v[0], v[1]), t1 = L::unpackhi(v[0], v[1]);
+  const F t2 = L::unpacklo(v[2], v[3]), t3 = L::unpackhi(v[2], v[3]);
+  v[0] = L::shuffle<0x44>(t0, t2);
+  v[1] = L::shuffle<0xEE>(t0, t2);
+  v[2] = L::shuffle<0x44>(t1, t3);
+  v[3] = L::shuffle<0xEE>(t1, t3);
 }
 
 /// The 64 floats from p on, the first `floats` of them read and the rest zero.
-ZE_AVX512_INLINE void loadQuads(const float* p, unsigned floats, __m512 v[4]) {
-  for (int j = 0; j < 4; ++j) v[j] = _mm512_maskz_loadu_ps(partOfFirst(floats, j), p + 16 * j);
+ZE_AVX512_INLINE void loadQuads(const float* p, unsigned floats, F v[4]) {
+  for (int j = 0; j < 4; ++j) v[j] = L::loadMasked(partOfFirst(floats, j), p + 16 * j);
 }
 
 /// Writes vertex v's (x, y, z) at out + v * stride for the first `live`
 /// vertices, in vertex order (so overlapping outputs end as the scalar loop
 /// leaves them); kQuads when the lanes are in quad order.
 template <bool kQuads = false>
-ZE_AVX512_INLINE void store(__m512 x, __m512 y, __m512 z, unsigned char* out, std::size_t stride, int live) {
+ZE_AVX512_INLINE void store(F x, F y, F z, unsigned char* out, std::size_t stride, int live) {
   if (stride == 12) {
     // Packed outputs: three whole vectors of x y z x y z ...
     const unsigned floats = 3u * unsigned(live);
     for (int j = 0; j < 3; ++j) {
       const PackedOrder& order = kPacked[kQuads];
-      const __m512 xy = _mm512_permutex2var_ps(x, _mm512_load_si512(order.xy[j]), y);
-      const __m512 v = _mm512_mask_permutexvar_ps(xy, order.isZ[j], _mm512_load_si512(order.z[j]), z);
-      _mm512_mask_storeu_ps(out + 64 * j, partOfFirst(floats, j), v);
+      const F xy = L::permute2(x, _mm512_load_si512(order.xy[j]), y);
+      const F v = L::permuteWhere(xy, order.isZ[j], _mm512_load_si512(order.z[j]), z);
+      L::storeMasked(reinterpret_cast<float*>(out + 64 * j), partOfFirst(floats, j), v);
     }
     return;
   }
   // One 12-byte store per lane: (x, y, z, 0) of lane 4q + i sits in part q of r[i].
-  const __m512 t0 = _mm512_unpacklo_ps(x, y), t1 = _mm512_unpackhi_ps(x, y);
-  const __m512 t2 = _mm512_unpacklo_ps(z, _mm512_setzero_ps()), t3 = _mm512_unpackhi_ps(z, _mm512_setzero_ps());
-  const __m512 r[4] = {_mm512_shuffle_ps(t0, t2, 0x44), _mm512_shuffle_ps(t0, t2, 0xEE),
-                       _mm512_shuffle_ps(t1, t3, 0x44), _mm512_shuffle_ps(t1, t3, 0xEE)};
+  const F t0 = L::unpacklo(x, y), t1 = L::unpackhi(x, y);
+  const F t2 = L::unpacklo(z, L::zero()), t3 = L::unpackhi(z, L::zero());
+  const F r[4] = {L::shuffle<0x44>(t0, t2), L::shuffle<0xEE>(t0, t2), L::shuffle<0x44>(t1, t3),
+                  L::shuffle<0xEE>(t1, t3)};
   alignas(64) float lanes[kLanes][4];
   for (int i = 0; i < 4; ++i) {
-    _mm_store_ps(lanes[i], _mm512_castps512_ps128(r[i]));
-    _mm_store_ps(lanes[4 + i], _mm512_extractf32x4_ps(r[i], 1));
-    _mm_store_ps(lanes[8 + i], _mm512_extractf32x4_ps(r[i], 2));
-    _mm_store_ps(lanes[12 + i], _mm512_extractf32x4_ps(r[i], 3));
+    L::storePart<0>(lanes[i], r[i]);
+    L::storePart<1>(lanes[4 + i], r[i]);
+    L::storePart<2>(lanes[8 + i], r[i]);
+    L::storePart<3>(lanes[12 + i], r[i]);
   }
   for (int v = 0; v < live; ++v) _mm_mask_storeu_ps(out + v * stride, 0x7, _mm_load_ps(lanes[laneOfVertex(v, kQuads)]));
 }
 
 /// The running sums of sixteen vertices.
 struct Sums {
-  __m512 x = _mm512_setzero_ps(), y = _mm512_setzero_ps(), z = _mm512_setzero_ps();
+  F x = L::zero(), y = L::zero(), z = L::zero();
 
   /// Adds p'·w in the lanes where `counts` has a bit; the others keep their
   /// sums untouched (adding a zero would turn -0 into +0).
-  ZE_AVX512_INLINE void add(const Source& s, const Matrices& m, __m512 w, __mmask16 counts) {
-    x = _mm512_mask_add_ps(x, counts, x, _mm512_mul_ps(transformed(s, m, 0), w));
-    y = _mm512_mask_add_ps(y, counts, y, _mm512_mul_ps(transformed(s, m, 1), w));
-    z = _mm512_mask_add_ps(z, counts, z, _mm512_mul_ps(transformed(s, m, 2), w));
+  ZE_AVX512_INLINE void add(const Source& s, const Matrices& m, F w, Mask counts) {
+    x = L::addWhere(counts, x, L::mul(transformed(s, m, 0), w));
+    y = L::addWhere(counts, y, L::mul(transformed(s, m, 1), w));
+    z = L::addWhere(counts, z, L::mul(transformed(s, m, 2), w));
   }
 };
 
@@ -360,10 +358,10 @@ struct Sums {
 template <int K, bool kOneWeight, class Fetch>
 void blendBlocks(std::size_t first, std::size_t end, const float* source, const float* weights,
                  const unsigned char* indices, const Fetch& fetch, unsigned char* out, unsigned int stride) {
-  const __m512 threshold = _mm512_set1_ps(kThreshold);
+  const F threshold = L::set1(kThreshold);
   for (; first < end; first += kLanes) {
     const int live = end - first < std::size_t(kLanes) ? int(end - first) : kLanes;
-    const __mmask16 lanes = liveMask(live);
+    const Mask lanes = liveMask(live);
     const Source s = loadSource(source + 4 * first, live);
     const Indices<K, kOneWeight> index(indices + K * first, live);
     unsigned char* at = out + first * stride;
@@ -375,9 +373,9 @@ void blendBlocks(std::size_t first, std::size_t end, const float* source, const 
     const Strided<K> weight = loadWeights<K>(weights + K * first, live);
     Sums sum;
     for (int k = 0; k < K; ++k) {
-      const __m512 w = _mm512_castsi512_ps(weight.pick(k));
+      const F w = L::fromBits(weight.pick(k));
       // Strictly above; a NaN weight is not (ordered, quiet compare).
-      const __mmask16 counts = _mm512_mask_cmp_ps_mask(lanes, w, threshold, _CMP_GT_OQ);
+      const Mask counts = L::greaterWhere(lanes, w, threshold);
       if (counts == 0) continue;
       sum.add(s, fetch(index.pick(k), counts), w, counts);
     }
@@ -389,11 +387,11 @@ void blendBlocks(std::size_t first, std::size_t end, const float* source, const 
 /// when an index may reach 32 to 63. Lanes whose influence does not count
 /// pick whatever their index names; their results are never added.
 template <bool kWide>
-ZE_AVX512_INLINE __m512 lookUp(const __m512 table[4], __m512i index) {
-  const __m512 low = _mm512_permutex2var_ps(table[0], index, table[1]);
+ZE_AVX512_INLINE F lookUp(const F table[4], __m512i index) {
+  const F low = L::permute2(table[0], index, table[1]);
   if (!kWide) return low;
-  const __m512 high = _mm512_permutex2var_ps(table[2], index, table[3]);
-  return _mm512_mask_blend_ps(_mm512_test_epi32_mask(index, _mm512_set1_epi32(32)), low, high);
+  const F high = L::permute2(table[2], index, table[3]);
+  return L::select(_mm512_test_epi32_mask(index, _mm512_set1_epi32(32)), high, low);
 }
 
 /// What a group of kBlocks blocks of sixteen vertices needs before its
@@ -408,21 +406,21 @@ struct Group {
   int live[kBlocks];
   Source s[kBlocks];
   __m512i index[kBlocks][kInfluences];
-  __m512 w[kBlocks][kInfluences];
-  __mmask16 counts[kBlocks][kInfluences];
+  F w[kBlocks][kInfluences];
+  Mask counts[kBlocks][kInfluences];
 
   ZE_AVX512_INLINE Group(std::size_t first, std::size_t end, const float* source, const float* weights,
                          const unsigned char* indices) {
-    const __m512 threshold = _mm512_set1_ps(kThreshold);
+    const F threshold = L::set1(kThreshold);
     for (int b = 0; b < kBlocks; ++b) {
       const std::size_t at = first + b * kLanes;
       live[b] = at >= end ? 0 : end - at < std::size_t(kLanes) ? int(end - at) : kLanes;
       if (live[b] == 0) {
         // Past the end: nothing is read and nothing counts.
-        s[b] = {_mm512_setzero_ps(), _mm512_setzero_ps(), _mm512_setzero_ps()};
+        s[b] = {L::zero(), L::zero(), L::zero()};
         for (int k = 0; k < kInfluences; ++k) {
           index[b][k] = _mm512_setzero_si512();
-          w[b][k] = _mm512_setzero_ps();
+          w[b][k] = L::zero();
           counts[b][k] = 0;
         }
         continue;
@@ -431,20 +429,20 @@ struct Group {
         quads(b, source + 4 * at, weights + 4 * at, indices + 4 * at);
         continue;
       }
-      const __mmask16 lanes = liveMask(live[b]);
+      const Mask lanes = liveMask(live[b]);
       s[b] = loadSource(source + 4 * at, live[b]);
       const Indices<K, kOneWeight> picked(indices + K * at, live[b]);
       for (int k = 0; k < kInfluences; ++k) index[b][k] = picked.pick(k);
       if (kOneWeight) {
-        w[b][0] = _mm512_setzero_ps();
+        w[b][0] = L::zero();
         counts[b][0] = lanes;
         continue;
       }
       const Strided<K> weight = loadWeights<K>(weights + K * at, live[b]);
       for (int k = 0; k < kInfluences; ++k) {
-        w[b][k] = _mm512_castsi512_ps(weight.pick(k));
+        w[b][k] = L::fromBits(weight.pick(k));
         // Strictly above; a NaN weight is not (ordered, quiet compare).
-        counts[b][k] = _mm512_mask_cmp_ps_mask(lanes, w[b][k], threshold, _CMP_GT_OQ);
+        counts[b][k] = L::greaterWhere(lanes, w[b][k], threshold);
       }
     }
   }
@@ -452,8 +450,8 @@ struct Group {
   /// Block b in quad order.
   ZE_AVX512_INLINE void quads(int b, const float* source, const float* weights, const unsigned char* indices) {
     const __m512i vertex = _mm512_load_si512(kQuadVertex);
-    const __mmask16 lanes = _mm512_cmplt_epi32_mask(vertex, _mm512_set1_epi32(live[b]));
-    __m512 v[4];
+    const Mask lanes = _mm512_cmplt_epi32_mask(vertex, _mm512_set1_epi32(live[b]));
+    F v[4];
     loadQuads(source, 4u * unsigned(live[b]), v);
     transposeQuads(v);
     s[b] = {v[0], v[1], v[2]};
@@ -461,7 +459,7 @@ struct Group {
     const Indices<4, kOneWeight> inQuads{_mm512_permutexvar_epi32(vertex, picked.word)};
     for (int k = 0; k < kInfluences; ++k) index[b][k] = inQuads.pick(k);
     if (kOneWeight) {
-      w[b][0] = _mm512_setzero_ps();
+      w[b][0] = L::zero();
       counts[b][0] = lanes;
       return;
     }
@@ -469,7 +467,7 @@ struct Group {
     transposeQuads(v);
     for (int k = 0; k < kInfluences; ++k) {
       w[b][k] = v[k];
-      counts[b][k] = _mm512_mask_cmp_ps_mask(lanes, w[b][k], _mm512_set1_ps(kThreshold), _CMP_GT_OQ);
+      counts[b][k] = L::greaterWhere(lanes, w[b][k], L::set1(kThreshold));
     }
   }
 
@@ -479,21 +477,21 @@ struct Group {
   ZE_AVX512_INLINE bool fillPalette(Palette& palette, const float* matrices) const {
     const __m512i limit = _mm512_set1_epi32(64);
     if (palette.copied == 64) {
-      __mmask16 beyond = 0;
+      Mask beyond = 0;
       for (int b = 0; b < kBlocks; ++b)
         for (int k = 0; k < kInfluences; ++k)
-          beyond = __mmask16(beyond | _mm512_mask_cmpge_epu32_mask(counts[b][k], index[b][k], limit));
+          beyond = Mask(beyond | _mm512_mask_cmpge_epu32_mask(counts[b][k], index[b][k], limit));
       return beyond == 0;
     }
-    const __m512 present[4] = {_mm512_load_ps(reinterpret_cast<const float*>(palette.present)),
-                               _mm512_load_ps(reinterpret_cast<const float*>(palette.present + 16)),
-                               _mm512_load_ps(reinterpret_cast<const float*>(palette.present + 32)),
-                               _mm512_load_ps(reinterpret_cast<const float*>(palette.present + 48))};
+    const F present[4] = {L::loadAligned(reinterpret_cast<const float*>(palette.present)),
+                          L::loadAligned(reinterpret_cast<const float*>(palette.present + 16)),
+                          L::loadAligned(reinterpret_cast<const float*>(palette.present + 32)),
+                          L::loadAligned(reinterpret_cast<const float*>(palette.present + 48))};
     for (int b = 0; b < kBlocks; ++b)
       for (int k = 0; k < kInfluences; ++k) {
         if (_mm512_mask_cmpge_epu32_mask(counts[b][k], index[b][k], limit)) return false;
-        const __m512i there = _mm512_castps_si512(lookUp<true>(present, index[b][k]));
-        const __mmask16 missing = _mm512_mask_testn_epi32_mask(counts[b][k], there, there);
+        const __m512i there = L::bits(lookUp<true>(present, index[b][k]));
+        const Mask missing = _mm512_mask_testn_epi32_mask(counts[b][k], there, there);
         if (missing == 0) continue;
         alignas(64) int j[kLanes];
         _mm512_store_si512(j, index[b][k]);
@@ -509,24 +507,23 @@ struct Group {
   /// and each column is built row by row in the written order.
   template <bool kWide>
   ZE_AVX512_INLINE void blend(const Palette& palette, unsigned char* out, unsigned int stride) const {
-    __m512 sum[kBlocks][3];
+    F sum[kBlocks][3];
 #pragma GCC unroll 4
     for (int c = 0; c < 3; ++c) {
-      __m512 q[kBlocks][kInfluences];
+      F q[kBlocks][kInfluences];
 #pragma GCC unroll 4
       for (int r = 0; r < 4; ++r) {
         const float* e = palette.t[3 * r + c];
-        const __m512 table[4] = {_mm512_load_ps(e), _mm512_load_ps(e + 16), _mm512_load_ps(e + 32),
-                                 _mm512_load_ps(e + 48)};
+        const F table[4] = {L::loadAligned(e), L::loadAligned(e + 16), L::loadAligned(e + 32), L::loadAligned(e + 48)};
 #pragma GCC unroll 4
         for (int b = 0; b < kBlocks; ++b)
 #pragma GCC unroll 4
           for (int k = 0; k < kInfluences; ++k) {
-            const __m512 m = lookUp<kWide>(table, index[b][k]);
-            if (r == 0) q[b][k] = _mm512_mul_ps(s[b].x, m);
-            if (r == 1) q[b][k] = _mm512_add_ps(q[b][k], _mm512_mul_ps(s[b].y, m));
-            if (r == 2) q[b][k] = _mm512_add_ps(q[b][k], _mm512_mul_ps(s[b].z, m));
-            if (r == 3) q[b][k] = _mm512_add_ps(q[b][k], m);
+            const F m = lookUp<kWide>(table, index[b][k]);
+            if (r == 0) q[b][k] = L::mul(s[b].x, m);
+            if (r == 1) q[b][k] = L::add(q[b][k], L::mul(s[b].y, m));
+            if (r == 2) q[b][k] = L::add(q[b][k], L::mul(s[b].z, m));
+            if (r == 3) q[b][k] = L::add(q[b][k], m);
           }
       }
 #pragma GCC unroll 4
@@ -536,10 +533,10 @@ struct Group {
           continue;
         }
         // Skipped lanes keep their sums as they were (adding a zero would turn -0 into +0).
-        sum[b][c] = _mm512_setzero_ps();
+        sum[b][c] = L::zero();
 #pragma GCC unroll 4
         for (int k = 0; k < kInfluences; ++k)
-          sum[b][c] = _mm512_mask_add_ps(sum[b][c], counts[b][k], sum[b][c], _mm512_mul_ps(q[b][k], w[b][k]));
+          sum[b][c] = L::addWhere(counts[b][k], sum[b][c], L::mul(q[b][k], w[b][k]));
       }
     }
     for (int b = 0; b < kBlocks && live[b] > 0; ++b)
@@ -585,11 +582,11 @@ template <bool kOneWeight>
 void blendAny(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
               std::size_t perVertex, const float* matrices, unsigned char* out, unsigned int stride) {
   const Transposed fetch{matrices};
-  const __m512 threshold = _mm512_set1_ps(kThreshold);
+  const F threshold = L::set1(kThreshold);
   const std::size_t influences = kOneWeight ? 1 : perVertex;
   for (std::size_t first = 0; first < count; first += kLanes) {
     const int live = count - first < std::size_t(kLanes) ? int(count - first) : kLanes;
-    const __mmask16 lanes = liveMask(live);
+    const Mask lanes = liveMask(live);
     const Source s = loadSource(source + 4 * first, live);
     Sums sum;
     for (std::size_t k = 0; k < influences; ++k) {
@@ -600,8 +597,8 @@ void blendAny(const float* source, unsigned int count, const float* weights, con
         if (!kOneWeight) w[l] = weights[at];
         index[l] = indices[at];
       }
-      const __m512 wv = _mm512_load_ps(w);
-      const __mmask16 counts = kOneWeight ? lanes : _mm512_mask_cmp_ps_mask(lanes, wv, threshold, _CMP_GT_OQ);
+      const F wv = L::loadAligned(w);
+      const Mask counts = kOneWeight ? lanes : L::greaterWhere(lanes, wv, threshold);
       if (counts == 0) continue;
       const Matrices m = fetch(_mm512_load_si512(index), counts);
       if (kOneWeight) {
@@ -616,6 +613,8 @@ void blendAny(const float* source, unsigned int count, const float* weights, con
   }
 }
 
+/// The skinning kernels: `weightsPerVertex` 1 to 4 with whole loads, any
+/// other count lane by lane; with kOneWeight the first influence alone.
 template <bool kOneWeight>
 void blend(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
            unsigned int weightsPerVertex, const float* matrices, unsigned char* out, unsigned int stride) {
@@ -633,19 +632,8 @@ void blend(const float* source, unsigned int count, const float* weights, const 
   }
 }
 
+}  // namespace blendAvx512
 }  // namespace
-
-void blendRawAvx512(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
-                    unsigned int weightsPerVertex, const float* matrices, unsigned char* out, unsigned int stride) {
-  blend<false>(source, count, weights, indices, weightsPerVertex, matrices, out, stride);
-}
-
-void blendOneWeightRawAvx512(const float* source, unsigned int count, const unsigned char* indices,
-                             unsigned int weightsPerVertex, const float* matrices, unsigned char* out,
-                             unsigned int stride) {
-  blend<true>(source, count, nullptr, indices, weightsPerVertex, matrices, out, stride);
-}
-
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux

@@ -1,0 +1,22 @@
+# The instruction sets the vector paths are built for, and the one rule that
+# builds a source for one of them.
+#
+# Each flag set matches what the run-time detection calls that level
+# (math/zeInstructionSet.cpp): a unit built for a level runs only where the
+# detected level is at least that one. -O3 lets the short loops over lanes
+# unroll into registers. Nothing here may add a fused multiply-add or a
+# fast-math flag: every lane follows the scalar order of operations.
+set(ZEMATH_ISA_FLAGS_sse2 -O3)
+set(ZEMATH_ISA_FLAGS_avx2 -O3 -mavx2)
+set(ZEMATH_ISA_FLAGS_avx512 -O3 -mavx512f -mavx512vl -mavx512bw -mavx512dq)
+
+# zemath_isa_sources(<target> <level> <files...>): adds the files to the
+# target (in the calling directory), built with the flags of <level>: sse2,
+# avx2 or avx512.
+function(zemath_isa_sources target level)
+  if(NOT DEFINED ZEMATH_ISA_FLAGS_${level})
+    message(FATAL_ERROR "zemath_isa_sources: unknown instruction set '${level}' (sse2, avx2, avx512)")
+  endif()
+  target_sources(${target} PRIVATE ${ARGN})
+  set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "${ZEMATH_ISA_FLAGS_${level}}")
+endfunction()
