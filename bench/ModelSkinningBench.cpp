@@ -99,9 +99,10 @@ int main(int argc, char** argv) {
     Posed* m = p.get();
     benchmark::RegisterBenchmark(("ModelSkin/Scalar/" + m->name).c_str(), &skinAll, m, &impl::blendScalar,
                                  &impl::blendOneWeightScalar);
-    for (unsigned int i = 1; i < impl::blendPathCount(); ++i) {
-      const impl::BlendPath& path = impl::blendPath(i);
-      if (path.available)
+    const impl::PathTable<impl::BlendKernels>& paths = impl::blendPaths();
+    for (unsigned int i = 1; i < paths.count(); ++i) {
+      const impl::PathTable<impl::BlendKernels>::Entry& path = paths.path(i);
+      if (paths.available(i))
         benchmark::RegisterBenchmark(("ModelSkin/" + std::string(path.name) + "/" + m->name).c_str(), &skinAll, m,
                                      path.weighted, path.oneWeight);
     }
