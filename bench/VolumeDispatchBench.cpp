@@ -9,9 +9,7 @@
 // Dispatch/<PlaneBox|PlaneSphere|PlaneRay>/<Table|Direct>,
 // IntersectRay/ZEMath/<FrontSide|BothSides>, IntersectRay/GLM.
 
-#include <algorithm>
 #include <cstdio>
-#include <map>
 #include <random>
 #include <string>
 #include <vector>
@@ -19,6 +17,8 @@
 #include <benchmark/benchmark.h>
 
 #include <math/ZEMath.h>
+
+#include "RatioReporter.h"
 
 #ifdef ZEMATH_BENCH_GLM
 #define GLM_ENABLE_EXPERIMENTAL
@@ -199,32 +199,6 @@ void intersectRayGlm(benchmark::State& state, const RayBatch* batch) {
   state.SetItemsProcessed(std::int64_t(state.iterations()) * kTriangles);
 }
 #endif
-
-// Prints as usual and keeps the CPU time per iteration of each run, or the
-// median the library reports when it reports aggregates only.
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      if (run.error_occurred) continue;
-      const std::string name = run.run_name.function_name;
-      if (run.run_type == Run::RT_Iteration) times[name].push_back(run.GetAdjustedCPUTime());
-      if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median") medians[name] = run.GetAdjustedCPUTime();
-    }
-  }
-  // The median time of benchmark `name`; 0 when it did not run.
-  double median(const std::string& name) {
-    std::vector<double>& t = times[name];
-    if (t.empty()) return medians.count(name) ? medians[name] : 0.0;
-    std::sort(t.begin(), t.end());
-    return t.size() % 2 ? t[t.size() / 2] : (t[t.size() / 2 - 1] + t[t.size() / 2]) / 2;
-  }
-
- private:
-  std::map<std::string, std::vector<double>> times;
-  std::map<std::string, double> medians;
-};
 
 }  // namespace
 

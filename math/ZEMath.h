@@ -52,6 +52,7 @@
 #include "math/volumes/zeContainsFunctionList.h"
 #include "math/volumes/zeContainsRayFunctionList.h"
 #include "math/volumes/zeContainsVecFunctionList.h"
+#include "math/volumes/zeCulling.h"
 #include "math/volumes/zeEmptyFunctionList.h"
 #include "math/volumes/zeExtendByFunctionList.h"
 #include "math/volumes/zeExtendByRayFunctionList.h"

@@ -14,6 +14,7 @@
 #include "math/impl/PathTable.h"
 #include "math/kernels/impl/BlendingPaths.h"
 #include "math/kernels/impl/MorphingPaths.h"
+#include "math/volumes/impl/CullingPaths.h"
 
 namespace Lux {
 namespace Math {
@@ -99,6 +100,8 @@ Chosen chosenOf(ZE_MATH_PATH_FAMILY family) {
       return chosenOf(impl::morphPaths());
     case ZE_MATH_PATH_FAMILY_ARRAY_TRANSFORMS:
       return chosenOf(impl::arrayTransformPaths());
+    case ZE_MATH_PATH_FAMILY_CULLING:
+      return chosenOf(impl::cullPaths());
   }
   return {nullptr, ZE_MATH_INSTRUCTION_SET_SCALAR};
 }

@@ -1,9 +1,10 @@
 #pragma once
 
 /// \file
-/// Which instruction set the vector paths run on. The skinning and morphing
-/// kernels and the matrices' array transforms each have a family of paths,
-/// one per instruction set, that all give the bits of the plain scalar loop.
+/// Which instruction set the vector paths run on. The skinning, morphing and
+/// culling kernels and the matrices' array transforms each have a family of
+/// paths, one per instruction set, that all give the bits of the plain scalar
+/// loop.
 /// Each family runs the widest path that the processor runs and that the cap
 /// allows. The cap is the narrower of the environment variable `ZEMATH_ISA`
 /// (`scalar`, `sse2`, `avx2` or `avx512`, any case; read once, the first time
@@ -25,9 +26,10 @@ enum ZE_MATH_INSTRUCTION_SET : int {
 
 /// The families of vector paths; each chooses its path on its own.
 enum ZE_MATH_PATH_FAMILY : int {
-  ZE_MATH_PATH_FAMILY_SKINNING = 0,         ///< indexedBlendAligned4Vectors and its one-weight twin
-  ZE_MATH_PATH_FAMILY_MORPHING = 1,         ///< morphNonAligned
-  ZE_MATH_PATH_FAMILY_ARRAY_TRANSFORMS = 2  ///< transformVectors and transformPoints of both matrix classes
+  ZE_MATH_PATH_FAMILY_SKINNING = 0,          ///< indexedBlendAligned4Vectors and its one-weight twin
+  ZE_MATH_PATH_FAMILY_MORPHING = 1,          ///< morphNonAligned
+  ZE_MATH_PATH_FAMILY_ARRAY_TRANSFORMS = 2,  ///< transformVectors and transformPoints of both matrix classes
+  ZE_MATH_PATH_FAMILY_CULLING = 3            ///< cullAABoxes and cullSpheres
 };
 
 /// The widest instruction set that this processor and its operating system

@@ -10,6 +10,7 @@
 #include "math/impl/ArrayTransformPaths.h"
 #include "math/kernels/impl/BlendingPaths.h"
 #include "math/kernels/impl/MorphingPaths.h"
+#include "math/volumes/impl/CullingPaths.h"
 #include "math/zeInstructionSet.h"
 
 using namespace Lux::Math;
@@ -17,7 +18,7 @@ using namespace Lux::Math;
 namespace {
 
 const ZE_MATH_PATH_FAMILY kFamilies[] = {ZE_MATH_PATH_FAMILY_SKINNING, ZE_MATH_PATH_FAMILY_MORPHING,
-                                         ZE_MATH_PATH_FAMILY_ARRAY_TRANSFORMS};
+                                         ZE_MATH_PATH_FAMILY_ARRAY_TRANSFORMS, ZE_MATH_PATH_FAMILY_CULLING};
 const ZE_MATH_INSTRUCTION_SET kLevels[] = {ZE_MATH_INSTRUCTION_SET_SCALAR, ZE_MATH_INSTRUCTION_SET_SSE2,
                                            ZE_MATH_INSTRUCTION_SET_AVX2, ZE_MATH_INSTRUCTION_SET_AVX512};
 
@@ -69,6 +70,7 @@ TEST(InstructionSet, EveryFamilyListsItsPathsNarrowestFirst) {
   expectNarrowestFirst(impl::blendPaths());
   expectNarrowestFirst(impl::morphPaths());
   expectNarrowestFirst(impl::arrayTransformPaths());
+  expectNarrowestFirst(impl::cullPaths());
 }
 
 TEST(InstructionSet, TheCapFromCodeNarrowsEveryFamily) {
@@ -85,7 +87,7 @@ TEST(InstructionSet, TheCapFromCodeNarrowsEveryFamily) {
   EXPECT_FALSE(zeSetInstructionSetCap(ZE_MATH_INSTRUCTION_SET(4)));
   EXPECT_FALSE(zeSetInstructionSetCap(ZE_MATH_INSTRUCTION_SET(-1)));
   EXPECT_EQ(zeInstructionSetCap(), environment);
-  EXPECT_EQ(zePathName(ZE_MATH_PATH_FAMILY(3)), nullptr);
+  EXPECT_EQ(zePathName(ZE_MATH_PATH_FAMILY(4)), nullptr);
   EXPECT_EQ(zePathInstructionSet(ZE_MATH_PATH_FAMILY(-1)), ZE_MATH_INSTRUCTION_SET_SCALAR);
 }
 

@@ -10,6 +10,7 @@
 #include "math/impl/ArrayTransformRawPaths.h"
 #include "math/kernels/impl/BlendRawPaths.h"
 #include "math/kernels/impl/MorphRawPaths.h"
+#include "math/volumes/impl/CullRawPaths.h"
 
 namespace Lux {
 namespace Math {
@@ -22,6 +23,7 @@ struct RawKernels {
   MorphPass morphPass;
   RawTransform<float> vectors3f, points3f, vectors4f, points4f;
   RawTransform<double> vectors3d, points3d, vectors4d, points4d;
+  RawCull cullBoxes, cullSpheres;
 };
 
 /// SSE2: four floats or two doubles per register; every x86-64 processor.

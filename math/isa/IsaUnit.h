@@ -12,6 +12,7 @@
 #include "math/impl/ArrayTransformLoop.h"
 #include "math/impl/IsaRawPaths.h"
 #include "math/kernels/impl/MorphLoop.h"
+#include "math/volumes/impl/CullLoop.h"
 
 namespace Lux {
 namespace Math {
@@ -19,9 +20,9 @@ namespace impl {
 namespace {
 
 /// The kernels of one instruction set: the two skinning kernels, the
-/// morphing pass on Float lanes, and the array transforms on the lanes
-/// TransformFloat and TransformDouble. A new family adds its members to
-/// RawKernels and its loops here.
+/// morphing pass on Float lanes, and the array transforms and the culling
+/// passes on the lanes TransformFloat and TransformDouble. A new family adds
+/// its members to RawKernels and its loops here.
 template <class Float, class TransformFloat, class TransformDouble>
 constexpr RawKernels rawKernels(RawBlend blend, RawBlend blendOneWeight) {
   return {blend,
@@ -34,7 +35,9 @@ constexpr RawKernels rawKernels(RawBlend blend, RawBlend blendOneWeight) {
           &vectorsLoop<TransformDouble, 3>,
           &points3Loop<TransformDouble>,
           &vectorsLoop<TransformDouble, 4>,
-          &points4Loop<TransformDouble>};
+          &points4Loop<TransformDouble>,
+          &cullBoxesLoop<TransformFloat>,
+          &cullSpheresLoop<TransformFloat>};
 }
 
 }  // namespace

@@ -41,13 +41,19 @@ struct Avx2Float {
   static void stream(T* p, F v) { _mm256_stream_ps(p, v); }
   static void fence() { _mm_sfence(); }
   static F add(F a, F b) { return _mm256_add_ps(a, b); }
+  static F sub(F a, F b) { return _mm256_sub_ps(a, b); }
   static F mul(F a, F b) { return _mm256_mul_ps(a, b); }
   static F div(F a, F b) { return _mm256_div_ps(a, b); }
   static F abs(F a) { return _mm256_andnot_ps(_mm256_set1_ps(-0.0f), a); }
+  /// The sign bit flipped, as a scalar negation does.
+  static F neg(F a) { return _mm256_xor_ps(_mm256_set1_ps(-0.0f), a); }
   // Ordered and quiet: false when either side is NaN.
   static Mask less(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LT_OQ); }
+  static Mask lessEqual(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LE_OQ); }
   static Mask greater(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_GT_OQ); }
   static Mask equal(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_EQ_OQ); }
+  /// One bit per lane, lane 0 lowest.
+  static unsigned int maskBits(Mask m) { return static_cast<unsigned int>(_mm256_movemask_ps(m)); }
   /// a where the mask is set, b elsewhere.
   static F select(Mask m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
   // Within each 128-bit half.

@@ -38,14 +38,20 @@ struct Avx512Float {
   ZE_AVX512_INLINE static void stream(T* p, F v) { _mm512_stream_ps(p, v); }
   ZE_AVX512_INLINE static void fence() { _mm_sfence(); }
   ZE_AVX512_INLINE static F add(F a, F b) { return _mm512_add_ps(a, b); }
+  ZE_AVX512_INLINE static F sub(F a, F b) { return _mm512_sub_ps(a, b); }
   ZE_AVX512_INLINE static F mul(F a, F b) { return _mm512_mul_ps(a, b); }
   ZE_AVX512_INLINE static F div(F a, F b) { return _mm512_div_ps(a, b); }
   // Clears the sign bit, like and-not with -0.
   ZE_AVX512_INLINE static F abs(F a) { return _mm512_abs_ps(a); }
+  /// The sign bit flipped, as a scalar negation does.
+  ZE_AVX512_INLINE static F neg(F a) { return _mm512_xor_ps(_mm512_set1_ps(-0.0f), a); }
   // Ordered and quiet: false when either side is NaN.
   ZE_AVX512_INLINE static Mask less(F a, F b) { return _mm512_cmp_ps_mask(a, b, _CMP_LT_OQ); }
+  ZE_AVX512_INLINE static Mask lessEqual(F a, F b) { return _mm512_cmp_ps_mask(a, b, _CMP_LE_OQ); }
   ZE_AVX512_INLINE static Mask greater(F a, F b) { return _mm512_cmp_ps_mask(a, b, _CMP_GT_OQ); }
   ZE_AVX512_INLINE static Mask equal(F a, F b) { return _mm512_cmp_ps_mask(a, b, _CMP_EQ_OQ); }
+  /// One bit per lane, lane 0 lowest: the mask itself.
+  ZE_AVX512_INLINE static unsigned int maskBits(Mask m) { return m; }
   /// a where the mask is set, b elsewhere.
   ZE_AVX512_INLINE static F select(Mask m, F a, F b) { return _mm512_mask_blend_ps(m, b, a); }
   // Within each 128-bit quarter.

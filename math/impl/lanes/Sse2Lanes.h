@@ -33,13 +33,19 @@ struct Sse2Float {
   static void stream(T* p, F v) { _mm_stream_ps(p, v); }
   static void fence() { _mm_sfence(); }
   static F add(F a, F b) { return _mm_add_ps(a, b); }
+  static F sub(F a, F b) { return _mm_sub_ps(a, b); }
   static F mul(F a, F b) { return _mm_mul_ps(a, b); }
   static F div(F a, F b) { return _mm_div_ps(a, b); }
   static F abs(F a) { return _mm_andnot_ps(_mm_set1_ps(-0.0f), a); }
+  /// The sign bit flipped, as a scalar negation does.
+  static F neg(F a) { return _mm_xor_ps(_mm_set1_ps(-0.0f), a); }
   // Ordered: false when either side is NaN.
   static Mask less(F a, F b) { return _mm_cmplt_ps(a, b); }
+  static Mask lessEqual(F a, F b) { return _mm_cmple_ps(a, b); }
   static Mask greater(F a, F b) { return _mm_cmpgt_ps(a, b); }
   static Mask equal(F a, F b) { return _mm_cmpeq_ps(a, b); }
+  /// One bit per lane, lane 0 lowest.
+  static unsigned int maskBits(Mask m) { return static_cast<unsigned int>(_mm_movemask_ps(m)); }
   /// a where the mask is set, b elsewhere.
   static F select(Mask m, F a, F b) { return _mm_or_ps(_mm_and_ps(m, a), _mm_andnot_ps(m, b)); }
   static F unpacklo(F a, F b) { return _mm_unpacklo_ps(a, b); }
