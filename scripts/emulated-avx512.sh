@@ -10,7 +10,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-$root/build-emulated}
 jobs=$(nproc 2>/dev/null || echo 2)
 # The suites that compare paths; a new family's path suite joins this list.
-suites=(KernelPathsTest MorphPathsTest ArrayTransformPathsTest InstructionSetTest)
+suites=(KernelPathsTest MorphPathsTest ArrayTransformPathsTest CullingPathsTest InstructionSetTest)
 
 bash "$root/scripts/deps.sh" emulate
 cmake -S "$root" -B "$build" -DZEMATH_EMULATE_AVX512=ON -DZEMATH_WERROR=ON -DZEMATH_BUILD_TOOLS=OFF

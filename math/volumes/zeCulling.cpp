@@ -101,6 +101,7 @@ constexpr CullPath kPaths[] = {
     {{&cullAABoxesScalar, &cullSpheresScalar}, "scalar", ZE_MATH_INSTRUCTION_SET_SCALAR},
     vectorPath<kSse2Kernels>("sse2", ZE_MATH_INSTRUCTION_SET_SSE2),
     vectorPath<kAvx2Kernels>("avx2", ZE_MATH_INSTRUCTION_SET_AVX2),
+    vectorPath<kAvx512Kernels>("avx512", ZE_MATH_INSTRUCTION_SET_AVX512),
 };
 
 const PathTable<CullKernels> kTable(kPaths);
