@@ -1,5 +1,6 @@
 // The demo program: run with small counts, its culling counts must match the
-// same frustum culling done here, volume by volume; bad options must fail.
+// same frustum culling done here, volume by volume, and its batch culling
+// must agree with its own per-volume culling; bad options must fail.
 // On models (the packaged characters where they are installed, and small
 // files written here): the palettes agree with the node transforms Assimp's
 // own mathematics gives, the skinned positions with a plain double-precision
@@ -88,6 +89,7 @@ TEST_F(Demo, CullingCountsMatchTheFrustumTestsDoneDirectly) {
   EXPECT_EQ(countOf(output, "inside"), expected[ZE_MATH_CONTAINMENT_RESULTS_ALL]);
   EXPECT_EQ(countOf(output, "vertices"), 500);
   EXPECT_NE(output.find("records=unchanged"), std::string::npos);
+  EXPECT_NE(output.find("batch=agrees"), std::string::npos) << output;
 }
 
 TEST_F(Demo, WritesAPicture) {
@@ -468,6 +470,7 @@ TEST_F(Demo, PlaysAPackagedCharacterAndDrawsItsContactSheet) {
     EXPECT_EQ(modelValue(output, "inside") + modelValue(output, "partial") + modelValue(output, "outside"),
               5 * long(scene->mNumMeshes))
         << name;
+    EXPECT_NE(output.find(" batch=agrees\n"), std::string::npos) << name;
     for (const char* stage : {"sampling the keys", "composing the hierarchy", "building the palettes", "skinning",
                               "bounds", "culling", "million vertices per second"})
       EXPECT_NE(output.find(stage), std::string::npos) << name << ": " << stage;

@@ -147,6 +147,32 @@ TEST_F(Guide, FieldsPrintParseAndSwapTheirValues) {
   EXPECT_EQ(back, v);
 }
 
+TEST_F(Guide, CullingTestsManyVolumesAtOnce) {
+  // example: culling
+  libZEMath_bayRegister();
+  zeSmartPointer<zePlane> floor = create<zePlane>();
+  floor->create(zeVec3f(0, 1, 0), 2.0f);  // inside: y <= 2
+  zeSmartPointer<zePlane> wall = create<zePlane>();
+  wall->create(zeVec3f(1, 0, 0), 0.0f);  // inside: x <= 0
+  const zePlane* planes[2] = {floor.get(), wall.get()};
+
+  const zeAABoxValue boxes[3] = {{zeVec3f(-3, 0, 0), zeVec3f(-1, 1, 1)},  // inside both
+                                 {zeVec3f(-1, 1, 0), zeVec3f(1, 3, 1)},   // across both
+                                 {zeVec3f(1, 0, 0), zeVec3f(2, 1, 1)}};   // beyond the wall
+  unsigned char inBoxes[3];
+  zeCulling::_cullAABoxesFunction(boxes, 3, planes, 2, inBoxes);  // ALL, PARTIAL, NONE
+
+  const zeSphereValue spheres[2] = {{zeVec3f(-5, 0, 0), 1.0f}, {zeVec3f(0, 0, 0), -1.0f}};  // the second is empty
+  unsigned char inSpheres[2];
+  zeCulling::_cullSpheresFunction(spheres, 2, planes, 2, inSpheres);  // ALL, NONE
+  // end
+  EXPECT_EQ(inBoxes[0], ZE_MATH_CONTAINMENT_RESULTS_ALL);
+  EXPECT_EQ(inBoxes[1], ZE_MATH_CONTAINMENT_RESULTS_PARTIAL);
+  EXPECT_EQ(inBoxes[2], ZE_MATH_CONTAINMENT_RESULTS_NONE);
+  EXPECT_EQ(inSpheres[0], ZE_MATH_CONTAINMENT_RESULTS_ALL);
+  EXPECT_EQ(inSpheres[1], ZE_MATH_CONTAINMENT_RESULTS_NONE);
+}
+
 TEST_F(Guide, KernelsAreCalledThroughTheirPointers) {
   // example: kernels
   libZEMath_bayRegister();  // installs the library's kernels in the pointers

@@ -82,4 +82,44 @@ ZE_MATH_CONTAINMENT_RESULTS cullVolume(const Camera& camera, const zeVolume* vol
   return result;
 }
 
+std::array<const zePlane*, 6> frustumOf(const Camera& camera) {
+  std::array<const zePlane*, 6> planes;
+  for (int k = 0; k < 6; ++k) planes[k] = camera.planes[k].get();
+  return planes;
+}
+
+VolumeValues valuesOf(const std::vector<zeSmartPointer<zeVolume>>& volumes) {
+  VolumeValues values;
+  std::vector<std::uint32_t> sphereAt;  // the volumes that are spheres, by position
+  for (std::uint32_t i = 0; i < volumes.size(); ++i) {
+    const zeMetaObject* meta = volumes[i]->getMetaObject();
+    if (meta == zeAABox::getClassMeta()) {
+      const zeAABox& box = *static_cast<const zeAABox*>(volumes[i].get());
+      values.slots.push_back(static_cast<std::uint32_t>(values.boxes.size()));
+      values.boxes.push_back({box._min, box._max});
+    } else if (meta == zeSphere::getClassMeta()) {
+      const zeSphere& sphere = *static_cast<const zeSphere*>(volumes[i].get());
+      sphereAt.push_back(static_cast<std::uint32_t>(values.slots.size()));
+      values.slots.push_back(static_cast<std::uint32_t>(values.spheres.size()));
+      values.spheres.push_back({sphere._center, sphere._radius});
+    }
+  }
+  // The spheres' answers follow the boxes'.
+  for (std::uint32_t at : sphereAt) values.slots[at] += static_cast<std::uint32_t>(values.boxes.size());
+  return values;
+}
+
+bool cullBatch(const Camera& camera, const VolumeValues& values, std::vector<unsigned char>& results) {
+  const std::array<const zePlane*, 6> planes = frustumOf(camera);
+  const unsigned int boxes = static_cast<unsigned int>(values.boxes.size());
+  std::vector<unsigned char> answers(values.boxes.size() + values.spheres.size());
+  if (!zeCulling::_cullAABoxesFunction(values.boxes.data(), boxes, planes.data(), 6, answers.data())) return false;
+  if (!zeCulling::_cullSpheresFunction(values.spheres.data(), static_cast<unsigned int>(values.spheres.size()),
+                                       planes.data(), 6, answers.data() + boxes))
+    return false;
+  results.resize(values.slots.size());
+  for (std::size_t i = 0; i < values.slots.size(); ++i) results[i] = answers[values.slots[i]];
+  return true;
+}
+
 }  // namespace zedemo

@@ -4,6 +4,7 @@
 // boxes and spheres, and the culling of each volume against the frustum. The
 // demo and its test share this code so that both see the same scene.
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -57,6 +58,26 @@ std::vector<Lux::zeSmartPointer<Lux::Math::zeVolume>> makeVolumes(std::uint64_t 
 /// holds none of it, ALL when every plane holds all of it, else PARTIAL.
 /// Every test runs through the dispatch tables.
 Lux::Math::ZE_MATH_CONTAINMENT_RESULTS cullVolume(const Camera& camera, const Lux::Math::zeVolume* volume);
+
+/// The camera's six planes as the batch culling kernels take them.
+std::array<const Lux::Math::zePlane*, 6> frustumOf(const Camera& camera);
+
+/// Volumes as the batch culling kernels take them: the boxes' values, the
+/// spheres' values, and where each volume's answer lands.
+struct VolumeValues {
+  std::vector<Lux::Math::zeAABoxValue> boxes;
+  std::vector<Lux::Math::zeSphereValue> spheres;
+  /// Per volume: its box's index, or the number of boxes plus its sphere's index.
+  std::vector<std::uint32_t> slots;
+};
+
+/// The values of `volumes`, each a zeAABox or a zeSphere (as makeVolumes makes them).
+VolumeValues valuesOf(const std::vector<Lux::zeSmartPointer<Lux::Math::zeVolume>>& volumes);
+
+/// Culls the values against the frustum through the published batch kernels
+/// (zeCulling), each answer written to `results` in the volumes' order.
+/// False when a kernel reports that it could not cull.
+bool cullBatch(const Camera& camera, const VolumeValues& values, std::vector<unsigned char>& results);
 
 /// A new, registered object of class T from the default pool.
 template <class T>
