@@ -14,6 +14,7 @@
 
 #include "math/volumes/impl/CullingPaths.h"
 #include "support/CoreFixture.h"
+#include "support/GuardedPages.h"
 #include "support/PathCompare.h"
 #include "support/Volumes.h"
 
@@ -185,6 +186,42 @@ TEST_F(Culling, EveryPathGivesTheScalarBytesAtEveryCountAndAlignment) {
     }
     expectEveryPathAgrees(randomBoxes(1001, true, rng), planes);
     expectEveryPathAgrees(randomSpheres(1001, true, rng), planes);
+  }
+}
+
+// Volumes and results end where an inaccessible page begins: a path that
+// read past the last volume, or wrote past the last result, would fault.
+TEST_F(Culling, NothingPastTheVolumesIsReadNorPastTheResultsWritten) {
+  std::mt19937 rng(13);
+  const Planes planes = randomPlanes(6, true, rng);
+  GuardedPages boxPages(1001 * sizeof(zeAABoxValue)), spherePages(1001 * sizeof(zeSphereValue)), resultPages;
+  ASSERT_TRUE(boxPages.guarded && spherePages.guarded && resultPages.guarded);
+  std::vector<Kernel<zeAABoxValue>> boxKernels = {&impl::cullAABoxesScalar, &publish};
+  std::vector<Kernel<zeSphereValue>> sphereKernels = {&impl::cullSpheresScalar, &publish};
+  for (const impl::CullPath* p : runnablePaths(impl::cullPaths())) {
+    boxKernels.push_back(p->boxes);
+    sphereKernels.push_back(p->spheres);
+  }
+  for (unsigned int count : {1u, 7u, 15u, 17u, 33u, 1001u}) {
+    const std::vector<zeAABoxValue> boxes = randomBoxes(count, true, rng);
+    const std::vector<zeSphereValue> spheres = randomSpheres(count, true, rng);
+    zeAABoxValue* b = boxPages.last<zeAABoxValue>(count);
+    zeSphereValue* s = spherePages.last<zeSphereValue>(count);
+    std::memcpy(b, boxes.data(), count * sizeof(zeAABoxValue));
+    std::memcpy(s, spheres.data(), count * sizeof(zeSphereValue));
+    unsigned char* out = resultPages.last<unsigned char>(count);
+    std::vector<unsigned char> first;
+    for (Kernel<zeAABoxValue> k : boxKernels) {
+      k(b, count, planes.pointers.data(), 6, out);
+      if (first.empty()) first.assign(out, out + count);
+      EXPECT_EQ(std::vector<unsigned char>(out, out + count), first) << count << " boxes";
+    }
+    first.clear();
+    for (Kernel<zeSphereValue> k : sphereKernels) {
+      k(s, count, planes.pointers.data(), 6, out);
+      if (first.empty()) first.assign(out, out + count);
+      EXPECT_EQ(std::vector<unsigned char>(out, out + count), first) << count << " spheres";
+    }
   }
 }
 

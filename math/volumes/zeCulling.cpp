@@ -7,7 +7,7 @@
 #include <cstddef>
 
 #include "math/impl/IsaRawPaths.h"
-#include "math/volumes/impl/CullOne.h"
+#include "math/volumes/impl/CullScalarLoop.h"
 #include "math/volumes/impl/CullingPaths.h"
 #include "math/volumes/zeAABox.h"
 #include "math/volumes/zePlane.h"
@@ -29,7 +29,8 @@ CullPlane compact(const zePlane& p) {
   return {{p._norm.x, p._norm.y, p._norm.z}, p._offset, octant >= 1 && octant <= 7 ? unsigned(octant) : 0u};
 }
 
-// The culling rule (CullOne.h) and the library's routine of each kind of value.
+// The culling rule of each kind of value (CullScalarLoop.h) and the library's
+// routine for it.
 template <class Value>
 struct Kind;
 

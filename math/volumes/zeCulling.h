@@ -40,6 +40,10 @@ struct zeSphereValue {
 /// one zeAABox made for the call. False, with nothing written, only when that
 /// box cannot be made; true otherwise. Results that share bytes with the
 /// boxes, the plane array or a plane get what the volume-by-volume loop gives.
+/// Reentrant while the library's routines serve: calls on several threads
+/// only read the planes and the tables. Making the box uses the default
+/// memory pool, which belongs to one thread (README, "Invalid input and
+/// threads").
 ZEMATH_API bool cullAABoxes(const zeAABoxValue* boxes, unsigned int count, const zePlane* const* planes,
                             unsigned int planeCount, unsigned char* results);
 

@@ -3,12 +3,12 @@
 /// \file
 /// The culling pass written once over a vector of lanes: lanes are volumes,
 /// lane l of a block holding volume l. Each lane computes its volume's signed
-/// distances exactly as CullOne.h does, multiplies and adds apart, in the same
-/// order, and compares them the same way; the planes' answers combine into
-/// two bits per lane (every plane said ALL; no plane said NONE), so that a
-/// block whose lanes all hold NONE stops early. The volumes left over after
-/// the whole blocks go one at a time. Included only by the instruction-set
-/// units (math/isa/).
+/// distances exactly as CullScalarLoop.h does, multiplies and adds apart, in
+/// the same order, and compares them the same way; the planes' answers
+/// combine into two bits per lane (every plane said ALL; no plane said NONE),
+/// so that a block whose lanes all hold NONE stops early. The volumes left
+/// over after the whole blocks go one at a time. Included only by the
+/// instruction-set units (math/isa/).
 ///
 /// Besides what ArrayTransformLoop.h asks of a lanes struct L, this asks for
 /// sub, neg (the sign flipped), lessEqual (false when either side is NaN) and
@@ -21,7 +21,7 @@
 #include <cstring>
 
 #include "math/impl/ArrayTransformLoop.h"
-#include "math/volumes/impl/CullOne.h"
+#include "math/volumes/impl/CullScalarLoop.h"
 
 namespace Lux {
 namespace Math {

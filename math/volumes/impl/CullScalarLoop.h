@@ -1,12 +1,13 @@
 #pragma once
 
 /// \file
-/// One volume against compact planes, in the order of the plane's own box
-/// and sphere containment routines (zePlane::zePlaneContainsAABox,
-/// zePlane::zePlaneContainsSphere), and the combination of the planes'
-/// answers. Works on raw floats and lives in an anonymous namespace, so the
-/// culling source and the instruction-set units (math/isa/), some built for
-/// wider instructions, each keep their own copy.
+/// The culling loop one volume at a time: a volume against compact planes,
+/// in the order of the plane's own box and sphere containment routines
+/// (zePlane::zePlaneContainsAABox, zePlane::zePlaneContainsSphere), and the
+/// combination of the planes' answers. Works on raw floats and lives in an
+/// anonymous namespace, so the culling source and the instruction-set units
+/// (math/isa/), some built for wider instructions, each keep their own copy.
+/// Not installed, like the other loops.
 
 #include <cstddef>
 
