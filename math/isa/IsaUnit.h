@@ -36,8 +36,8 @@ constexpr RawKernels rawKernels(RawBlend blend, RawBlend blendOneWeight) {
           &points3Loop<TransformDouble>,
           &vectorsLoop<TransformDouble, 4>,
           &points4Loop<TransformDouble>,
-          &cullBoxesLoop<TransformFloat>,
-          &cullSpheresLoop<TransformFloat>};
+          &cullLoop<TransformFloat, CullBoxLanes>,
+          &cullLoop<TransformFloat, CullSphereLanes>};
 }
 
 }  // namespace

@@ -138,78 +138,71 @@ ZE_CULL_INLINE void storeResults(unsigned char* out, CullBits b) {
   }
 }
 
-/// One plane's answers for a block of boxes, added to `b`. `corner[s][a]`
-/// holds axis a of the corners that take the max (s = 0) or the min (s = 1)
-/// there, as the octant's bit for that axis says.
+/// A block of boxes: its corners, `corner[s][a]` holding axis a of the
+/// corners that take the max (s = 0) or the min (s = 1) there.
 template <class L>
-ZE_CULL_INLINE void boxAnswers(const CullLanePlanes<L>& planes, unsigned int j, const typename L::F corner[2][3],
-                               CullBits& b) {
-  const unsigned int o = planes.octant[j];
-  const unsigned int x = o >> 2 & 1, y = o >> 1 & 1, z = o & 1;
-  const typename L::F zero = L::zero();
-  const unsigned int along =
-      L::maskBits(L::lessEqual(planes.distance(j, corner[x][0], corner[y][1], corner[z][2]), zero));
-  const unsigned int against =
-      L::maskBits(L::lessEqual(planes.distance(j, corner[x ^ 1][0], corner[y ^ 1][1], corner[z ^ 1][2]), zero));
-  b.all &= along;
-  b.some &= along | against;
-}
+struct CullBoxLanes {
+  typedef CullBoxes Rule;
+  typename L::F corner[2][3];
 
-/// One plane's answers for a block of spheres (centres c, radii r and -r).
-template <class L>
-ZE_CULL_INLINE void sphereAnswers(const CullLanePlanes<L>& planes, unsigned int j, const typename L::F v[4],
-                                  typename L::F negativeRadius, CullBits& b) {
-  const typename L::F e = planes.distance(j, v[0], v[1], v[2]);
-  b.all &= L::maskBits(L::lessEqual(e, negativeRadius));
-  b.some &= L::maskBits(L::lessEqual(e, v[3]));
-}
+  explicit CullBoxLanes(const typename L::F v[6]) : corner{{v[3], v[4], v[5]}, {v[0], v[1], v[2]}} {}
+  /// The lanes every plane says NONE for: min.x > max.x.
+  ZE_CULL_INLINE unsigned int empty() const { return L::maskBits(L::greater(corner[1][0], corner[0][0])); }
+  /// Plane j's answers, added to `b`: ALL where the corner its octant picks
+  /// is inside, PARTIAL where only the complementary corner is.
+  ZE_CULL_INLINE void answer(const CullLanePlanes<L>& planes, unsigned int j, CullBits& b) const {
+    const unsigned int o = planes.octant[j];
+    const unsigned int x = o >> 2 & 1, y = o >> 1 & 1, z = o & 1;
+    const typename L::F zero = L::zero();
+    const unsigned int along =
+        L::maskBits(L::lessEqual(planes.distance(j, corner[x][0], corner[y][1], corner[z][2]), zero));
+    const unsigned int against =
+        L::maskBits(L::lessEqual(planes.distance(j, corner[x ^ 1][0], corner[y ^ 1][1], corner[z ^ 1][2]), zero));
+    b.all &= along;
+    b.some &= along | against;
+  }
+};
 
-/// A pass over boxes (RawCull).
+/// A block of spheres: centres, radii, and the radii negated.
 template <class L>
-inline void cullBoxesLoop(const float* volumes, unsigned int count, const CullPlane* planes, unsigned int planeCount,
-                          const unsigned char* prior, unsigned char* results) {
-  using F = typename L::F;
+struct CullSphereLanes {
+  typedef CullSpheres Rule;
+  typename L::F center[3], radius, negativeRadius;
+
+  explicit CullSphereLanes(const typename L::F v[4])
+      : center{v[0], v[1], v[2]}, radius(v[3]), negativeRadius(L::neg(v[3])) {}
+  /// The lanes every plane says NONE for: a negative radius.
+  ZE_CULL_INLINE unsigned int empty() const { return L::maskBits(L::less(radius, L::zero())); }
+  /// Plane j's answers, added to `b`: ALL where -r >= e, PARTIAL where r >= e.
+  ZE_CULL_INLINE void answer(const CullLanePlanes<L>& planes, unsigned int j, CullBits& b) const {
+    const typename L::F e = planes.distance(j, center[0], center[1], center[2]);
+    b.all &= L::maskBits(L::lessEqual(e, negativeRadius));
+    b.some &= L::maskBits(L::lessEqual(e, radius));
+  }
+};
+
+/// A pass over boxes or spheres (RawCull), a block of N at a time.
+template <class L, template <class> class Block>
+inline void cullLoop(const float* volumes, unsigned int count, const CullPlane* planes, unsigned int planeCount,
+                     const unsigned char* prior, unsigned char* results) {
+  typedef typename Block<L>::Rule Rule;
+  constexpr int kFloats = Rule::kFloats;
   const CullLanePlanes<L> lanePlanes(planes, planeCount);
   std::size_t i = 0;
   for (; i + L::N <= count; i += L::N) {
     CullBits b = prior ? priorBits<L>(prior + i) : CullBits{kEveryLane<L>, kEveryLane<L>};
-    F v[6];
-    loadVolumes<L, 6>(volumes + 6 * i, v);
-    const F corner[2][3] = {{v[3], v[4], v[5]}, {v[0], v[1], v[2]}};
+    typename L::F v[kFloats];
+    loadVolumes<L, kFloats>(volumes + kFloats * i, v);
+    const Block<L> block(v);
     if (planeCount) {
-      // Every plane says NONE for an empty box.
-      const unsigned int empty = L::maskBits(L::greater(v[0], v[3]));
+      const unsigned int empty = block.empty();
       b.all &= ~empty;
       b.some &= ~empty;
     }
-    for (unsigned int j = 0; j < planeCount && b.some; ++j) boxAnswers<L>(lanePlanes, j, corner, b);
+    for (unsigned int j = 0; j < planeCount && b.some; ++j) block.answer(lanePlanes, j, b);
     storeResults<L>(results + i, b);
   }
-  cullEach<CullBoxes>(volumes, i, count, planes, planeCount, prior, results);
-}
-
-/// A pass over spheres (RawCull).
-template <class L>
-inline void cullSpheresLoop(const float* volumes, unsigned int count, const CullPlane* planes, unsigned int planeCount,
-                            const unsigned char* prior, unsigned char* results) {
-  using F = typename L::F;
-  const CullLanePlanes<L> lanePlanes(planes, planeCount);
-  std::size_t i = 0;
-  for (; i + L::N <= count; i += L::N) {
-    CullBits b = prior ? priorBits<L>(prior + i) : CullBits{kEveryLane<L>, kEveryLane<L>};
-    F v[4];
-    loadVolumes<L, 4>(volumes + 4 * i, v);
-    if (planeCount) {
-      // Every plane says NONE for a negative radius.
-      const unsigned int empty = L::maskBits(L::less(v[3], L::zero()));
-      b.all &= ~empty;
-      b.some &= ~empty;
-    }
-    const F negativeRadius = L::neg(v[3]);
-    for (unsigned int j = 0; j < planeCount && b.some; ++j) sphereAnswers<L>(lanePlanes, j, v, negativeRadius, b);
-    storeResults<L>(results + i, b);
-  }
-  cullEach<CullSpheres>(volumes, i, count, planes, planeCount, prior, results);
+  cullEach<Rule>(volumes, i, count, planes, planeCount, prior, results);
 }
 
 }  // namespace
