@@ -14,6 +14,8 @@ command -v make >/dev/null 2>&1 || need+=(make)
 [ -f /usr/include/CLI/CLI.hpp ] || need+=(libcli11-dev)
 [ -f /usr/include/png.h ] || need+=(libpng-dev)
 command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
+# MPFR is the exact reference of the trigonometric tests and measurements.
+[ -f /usr/include/mpfr.h ] || need+=(libmpfr-dev)
 if [ "${1:-}" = docs ]; then
   command -v doxygen >/dev/null 2>&1 || need+=(doxygen)
 fi

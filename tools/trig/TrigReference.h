@@ -29,12 +29,12 @@ struct Input {
   double x;
 };
 
-/// The exact value to 256 bits and the error of a result in ulps of that
+/// The exact value to 128 bits and the error of a result in ulps of that
 /// value (in the result's format): 0 for a NaN where the exact value is NaN,
 /// infinity for any other disagreement about NaN or infinity.
 class Reference {
  public:
-  Reference() { mpfr_inits2(256, exact_, a_, b_, d_, static_cast<mpfr_ptr>(nullptr)); }
+  Reference() { mpfr_inits2(128, exact_, a_, b_, d_, static_cast<mpfr_ptr>(nullptr)); }
   ~Reference() { mpfr_clears(exact_, a_, b_, d_, static_cast<mpfr_ptr>(nullptr)); }
   Reference(const Reference&) = delete;
   Reference& operator=(const Reference&) = delete;
