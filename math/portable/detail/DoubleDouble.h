@@ -17,8 +17,8 @@ namespace portable {
 
 /// An unevaluated sum hi + lo with |lo| at most about an ulp of hi.
 struct DoubleDouble {
-  double hi;
-  double lo;
+  double hi;  ///< the leading part
+  double lo;  ///< the rest
 };
 
 /// a + b = s + e exactly, s the rounded sum (any magnitudes).

@@ -11,6 +11,7 @@ namespace Lux {
 namespace Math {
 namespace portable {
 
+/// pi, pi/2, pi/4 and 3pi/4.
 constexpr DoubleDouble kPi = {0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53};
 constexpr DoubleDouble kHalfPi = {0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54};
 constexpr DoubleDouble kQuarterPi = {0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55};
