@@ -21,59 +21,6 @@ using namespace trigref;
 
 namespace {
 
-template <class T>
-T portable(Function f, T y, T x) {
-  switch (f) {
-    case kSin:
-      return zePortableSin(x);
-    case kCos:
-      return zePortableCos(x);
-    case kTan:
-      return zePortableTan(x);
-    case kAsin:
-      return zePortableAsin(x);
-    case kAcos:
-      return zePortableAcos(x);
-    case kAtan:
-      return zePortableAtan(x);
-    default:
-      return zePortableAtan2(y, x);
-  }
-}
-
-template <class T>
-T system(Function f, T y, T x) {
-  switch (f) {
-    case kSin:
-      return std::sin(x);
-    case kCos:
-      return std::cos(x);
-    case kTan:
-      return std::tan(x);
-    case kAsin:
-      return std::asin(x);
-    case kAcos:
-      return std::acos(x);
-    case kAtan:
-      return std::atan(x);
-    default:
-      return std::atan2(y, x);
-  }
-}
-
-template <class T>
-bool sameBits(T a, T b) {
-  return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
-}
-
-/// d in T, its infinity beyond T's range.
-template <class T>
-T narrow(double d) {
-  const double limit = static_cast<double>(std::numeric_limits<T>::max());
-  if (std::fabs(d) > limit) return d > 0 ? std::numeric_limits<T>::infinity() : -std::numeric_limits<T>::infinity();
-  return static_cast<T>(d);
-}
-
 /// The awkward inputs of f and random ones, 300,000 in all.
 std::vector<Input> sample(Function f) {
   std::vector<Input> inputs;

@@ -14,6 +14,8 @@
 #include <random>
 #include <vector>
 
+#include "math/portable/zePortableTrig.h"
+
 namespace trigref {
 
 enum Function { kSin, kCos, kTan, kAsin, kAcos, kAtan, kAtan2, kFunctionCount };
@@ -21,6 +23,64 @@ enum Function { kSin, kCos, kTan, kAsin, kAcos, kAtan, kAtan2, kFunctionCount };
 inline const char* functionName(Function f) {
   static const char* const names[] = {"sin", "cos", "tan", "asin", "acos", "atan", "atan2"};
   return names[f];
+}
+
+/// The library's own f at (y, x) (y only for atan2).
+template <class T>
+T portable(Function f, T y, T x) {
+  switch (f) {
+    case kSin:
+      return Lux::Math::zePortableSin(x);
+    case kCos:
+      return Lux::Math::zePortableCos(x);
+    case kTan:
+      return Lux::Math::zePortableTan(x);
+    case kAsin:
+      return Lux::Math::zePortableAsin(x);
+    case kAcos:
+      return Lux::Math::zePortableAcos(x);
+    case kAtan:
+      return Lux::Math::zePortableAtan(x);
+    default:
+      return Lux::Math::zePortableAtan2(y, x);
+  }
+}
+
+/// The C library's f at (y, x).
+template <class T>
+T system(Function f, T y, T x) {
+  switch (f) {
+    case kSin:
+      return std::sin(x);
+    case kCos:
+      return std::cos(x);
+    case kTan:
+      return std::tan(x);
+    case kAsin:
+      return std::asin(x);
+    case kAcos:
+      return std::acos(x);
+    case kAtan:
+      return std::atan(x);
+    default:
+      return std::atan2(y, x);
+  }
+}
+
+/// The same bits, any NaN matching any NaN.
+template <class T>
+bool sameBits(T a, T b) {
+  return (std::isnan(a) && std::isnan(b)) || std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+/// d in T; beyond the range of T its infinity (a plain conversion would be
+/// undefined there).
+template <class T>
+T narrow(double d) {
+  const double limit = static_cast<double>(std::numeric_limits<T>::max());
+  if (d > limit) return std::numeric_limits<T>::infinity();
+  if (d < -limit) return -std::numeric_limits<T>::infinity();
+  return static_cast<T>(d);
 }
 
 /// One input: x, and y for atan2 (atan2(y, x)).
@@ -97,12 +157,6 @@ inline double fromBits(std::uint64_t bits) {
   double d;
   std::memcpy(&d, &bits, sizeof d);
   return d;
-}
-
-inline std::uint64_t toBits(double d) {
-  std::uint64_t bits;
-  std::memcpy(&bits, &d, sizeof bits);
-  return bits;
 }
 
 /// The values around v: v itself and `spread` ulps either side.

@@ -20,55 +20,8 @@
 #include "trig/TrigReference.h"
 
 using namespace trigref;
-namespace zm = Lux::Math;
 
 namespace {
-
-template <class T>
-T portable(Function f, T y, T x) {
-  switch (f) {
-    case kSin:
-      return zm::zePortableSin(x);
-    case kCos:
-      return zm::zePortableCos(x);
-    case kTan:
-      return zm::zePortableTan(x);
-    case kAsin:
-      return zm::zePortableAsin(x);
-    case kAcos:
-      return zm::zePortableAcos(x);
-    case kAtan:
-      return zm::zePortableAtan(x);
-    default:
-      return zm::zePortableAtan2(y, x);
-  }
-}
-
-template <class T>
-T system(Function f, T y, T x) {
-  switch (f) {
-    case kSin:
-      return std::sin(x);
-    case kCos:
-      return std::cos(x);
-    case kTan:
-      return std::tan(x);
-    case kAsin:
-      return std::asin(x);
-    case kAcos:
-      return std::acos(x);
-    case kAtan:
-      return std::atan(x);
-    default:
-      return std::atan2(y, x);
-  }
-}
-
-template <class T>
-bool sameBits(T a, T b) {
-  if (std::isnan(a) && std::isnan(b)) return true;
-  return std::memcmp(&a, &b, sizeof a) == 0;
-}
 
 struct Tally {
   long count = 0;
@@ -77,16 +30,6 @@ struct Tally {
   Input worstInput = {0.0, 0.0};
   double worstSystem = 0.0;  // the C library's error at its own worst input
 };
-
-/// d in T; beyond the range of T its infinity (a plain conversion would be
-/// undefined there).
-template <class T>
-T narrow(double d) {
-  const double limit = static_cast<double>(std::numeric_limits<T>::max());
-  if (d > limit) return std::numeric_limits<T>::infinity();
-  if (d < -limit) return -std::numeric_limits<T>::infinity();
-  return static_cast<T>(d);
-}
 
 template <class T>
 void measure(Function f, Input in, Reference& ref, Tally& tally) {
