@@ -5,9 +5,10 @@
 /// are the same bits on every x86-64 processor and with every C library: plain
 /// double arithmetic in a fixed order, no fused multiply-add, no long double,
 /// nothing of the C library but the correctly rounded sqrt. Each is within
-/// 1 ulp of the exact result (float: evaluated in double and rounded once). Special values
-/// follow the C library: sin(+-0) = +-0, sin(inf) = NaN, asin(x) = NaN for
-/// |x| > 1, atan2's signed zeros and infinities, NaN in gives NaN out.
+/// 1 ulp of the exact result (float: evaluated in double and rounded once).
+/// Special values follow the C library: sin(+-0) = +-0, sin(inf) = NaN,
+/// asin(x) = NaN for |x| > 1, atan2's signed zeros and infinities, NaN in
+/// gives NaN out.
 ///
 /// They are always part of the library. Its own operations (rotations,
 /// Euler angles, slerp, projections, decomposition) call them instead of the
