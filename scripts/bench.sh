@@ -11,7 +11,7 @@ bash "$root/scripts/deps.sh" bench
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release \
   -DZEMATH_BUILD_BENCH=ON -DZEMATH_BUILD_TESTS=OFF -DZEMATH_BUILD_TOOLS=OFF
 cmake --build "$build" -j"$(nproc)"
-programs=(VolumeDispatchBench SkinningBench FrameWorkBench TransformBench TransformOpsBench ModelSkinningBench)
+programs=(VolumeDispatchBench SkinningBench FrameWorkBench TransformBench TransformOpsBench ModelSkinningBench TrigBench)
 # A program whose dependencies are missing is not built (cmake says which).
 built=()
 for p in "${programs[@]}"; do

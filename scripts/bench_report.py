@@ -108,6 +108,13 @@ def main():
                      f"{ratio(f'Transform/Eigen/{kind}/100000', f'Transform/Published/{kind}/100000')} |")
     lines.append(f"| intersectRay, front side (GLM's test does less) | "
                  f"{ratio('IntersectRay/GLM', 'IntersectRay/ZEMath/FrontSide')} | n/a |")
+    lines += ["", "## The library's own trigonometry against the C library's", "",
+              "Time of the C library's function over time of the library's own (`zePortable...`) on the same "
+              "4096 inputs (above 1: the library's own is faster).", "",
+              "| Function | float | double |", "|---|---|---|"]
+    for fn in ("sin", "cos", "sincos", "tan", "asin", "acos", "atan", "atan2"):
+        lines.append(f"| {fn} | {ratio(f'Trig/{fn}/f/CLibrary', f'Trig/{fn}/f/Portable')} | "
+                     f"{ratio(f'Trig/{fn}/d/CLibrary', f'Trig/{fn}/d/Portable')} |")
     lines += ["", "## All medians", "", "| Benchmark | Time (ns) | CPU (ns) | Items/s |", "|---|---|---|---|"]
     for name, b in m.items():
         ips = b.get("items_per_second")

@@ -18,6 +18,8 @@ command -v make >/dev/null 2>&1 || need+=(make)
 [ -f /usr/include/assimp/scene.h ] || need+=(libassimp-dev)
 [ -d /usr/share/assimp/models ] || need+=(assimp-testmodels)
 command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
+# MPFR is the exact reference of the trigonometric tests and measurements.
+[ -f /usr/include/mpfr.h ] || need+=(libmpfr-dev)
 if [ "${1:-}" = docs ]; then
   command -v doxygen >/dev/null 2>&1 || need+=(doxygen)
 fi

@@ -11,15 +11,11 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/Matrix44Ops.h"
+#include "math/impl/Trig.h"
 
 namespace Lux {
 namespace Math {
 namespace impl {
-
-/// s = sin(angle) and c = cos(angle) from one combined call.
-inline void sinCos(float angle, float& s, float& c) noexcept { ::sincosf(angle, &s, &c); }
-/// s = sin(angle) and c = cos(angle) from one combined call.
-inline void sinCos(double angle, double& s, double& c) noexcept { ::sincos(angle, &s, &c); }
 
 /// dst = a·b (a applies first), formed in a temporary so that dst may be a
 /// or b; the very product of the matrices' own multiplies.

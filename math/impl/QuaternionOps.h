@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/Trig.h"
 #include "math/impl/VecOps.h"
 #include "math/zeMathThreshold.h"
 
@@ -153,8 +154,8 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   /// close to opposite to blend: with s0 = sin((1 - t) pi/2), s1 = sin(t pi/2),
   /// this = (a.x s0 - b.y s1, a.y s0 + b.x s1, a.z s0 - b.w s1, a.w s0 + b.z s1).
   void perpendicular(T t, const Q& a, const Q& b) noexcept {
-    const T s0 = std::sin((T(1) - t) * zeHalfPi<T>);
-    const T s1 = std::sin(t * zeHalfPi<T>);
+    const T s0 = impl::sin((T(1) - t) * zeHalfPi<T>);
+    const T s1 = impl::sin(t * zeHalfPi<T>);
     set(a.x * s0 - b.y * s1, a.y * s0 + b.x * s1, a.z * s0 - b.w * s1, a.w * s0 + b.z * s1);
   }
 
