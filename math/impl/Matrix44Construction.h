@@ -10,8 +10,10 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Matrix44Ops.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -164,3 +166,4 @@ class ZEMATH_API Matrix44Construction {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

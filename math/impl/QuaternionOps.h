@@ -13,9 +13,11 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 #include "math/zeMathThreshold.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -170,3 +172,4 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END
