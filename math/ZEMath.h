@@ -69,6 +69,7 @@
 #include "math/volumes/zeTransformFunctionList.h"
 #include "math/volumes/zeVolume.h"
 #include "math/volumes/zeVolumeList.h"
+#include "math/zeExactResults.h"
 #include "math/zeMathEnums.h"
 #include "math/zeMathThreshold.h"
 #include "math/zeMathVersion.h"
