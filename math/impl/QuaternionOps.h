@@ -157,7 +157,11 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   void perpendicular(T t, const Q& a, const Q& b) noexcept {
     const T s0 = std::sin((T(1) - t) * zeHalfPi<T>);
     const T s1 = std::sin(t * zeHalfPi<T>);
-    set(a.x * s0 - b.y * s1, a.y * s0 + b.x * s1, a.z * s0 - b.w * s1, a.w * s0 + b.z * s1);
+    // Computed as a s0 + (-b.y, b.x, -b.w, b.z) s1, which has the same bits
+    // (x - y z is exactly x + (-y) z): g++ 12 turns the alternating subtract
+    // and add of products into one fused instruction (vfmaddsub) for targets
+    // with FMA, even under -ffp-contract=off.
+    weigh(a, s0, Q(-b.y, b.x, -b.w, b.z), s1);
   }
 
   void set(T x, T y, T z, T w) noexcept {
