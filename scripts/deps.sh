@@ -2,7 +2,7 @@
 # Installs, with apt-get, what building and testing the project need, when
 # something is missing. With "bench" it also checks for Google Benchmark, GLM,
 # Eigen, gnuplot and python3;
-# with "docs", for Doxygen.
+# with "docs", for Doxygen; with "clang", for clang++-14.
 set -euo pipefail
 
 need=()
@@ -27,6 +27,9 @@ fi
 if [ "${1:-}" = fuzz ]; then
   command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
   ls /usr/lib/llvm-14/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1 || need+=(libclang-rt-14-dev)
+fi
+if [ "${1:-}" = clang ]; then
+  command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
 fi
 if [ "${1:-}" = valgrind ]; then
   command -v valgrind >/dev/null 2>&1 || need+=(valgrind)
