@@ -12,6 +12,8 @@ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release \
   -DZEMATH_BUILD_BENCH=ON -DZEMATH_BUILD_TESTS=OFF -DZEMATH_BUILD_TOOLS=OFF
 cmake --build "$build" -j"$(nproc)"
 programs=(VolumeDispatchBench SkinningBench FrameWorkBench TransformBench TransformOpsBench)
+# Built for x86-64-v3, as a user's program would be: run where the processor has it.
+if bash "$root/scripts/cpu-runs.sh" x86-64-v3; then programs+=(InlineOpsBench); fi
 if [ $# -gt 0 ]; then
   for p in "${programs[@]}"; do "$build/bench/$p" "$@"; done
   exit 0
