@@ -89,13 +89,18 @@ class ExactProbeWriter {
   int& used_;
 };
 
+/// The matrix whose elements, in storage order, are e[0..15].
+template <class M, class T>
+inline M matrixOf(const T* e) noexcept {
+  return M(e[0], e[1], e[2], e[3], e[4], e[5], e[6], e[7], e[8], e[9], e[10], e[11], e[12], e[13], e[14], e[15]);
+}
+
 /// Vector arithmetic, cross, lerp, normals, reflection, the single transforms, Bezier.
 inline void probeVectors(const ExactProbeInputs& in, ExactProbeWriter out) noexcept {
   const float* f = in.f;
   const double* d = in.d;
   const zeVec3f a(f[0], f[1], f[2]), b(f[3], f[4], f[5]), c(f[6], f[7], f[8]);
-  const zeMatrix44f m(f[0], f[1], f[2], f[3], f[4], f[5], f[6], f[7], f[8], f[9], f[10], f[11], f[12], f[13], f[14],
-                      f[15]);
+  const zeMatrix44f m = matrixOf<zeMatrix44f>(f);
   zeVec3f r;
   r.cross(a, b);
   out.put(r);
@@ -125,8 +130,7 @@ inline void probeVectors(const ExactProbeInputs& in, ExactProbeWriter out) noexc
   out.put(r4);
 
   const zeVec3d ad(d[0], d[1], d[2]), bd(d[3], d[4], d[5]), cd(d[6], d[7], d[8]);
-  const zeMatrix44d md(d[0], d[1], d[2], d[3], d[4], d[5], d[6], d[7], d[8], d[9], d[10], d[11], d[12], d[13], d[14],
-                       d[15]);
+  const zeMatrix44d md = matrixOf<zeMatrix44d>(d);
   zeVec3d r3d;
   r3d.cross(ad, bd);
   out.put(r3d);
@@ -146,8 +150,7 @@ inline void probeVectors(const ExactProbeInputs& in, ExactProbeWriter out) noexc
 inline void probeMatrices(const ExactProbeInputs& in, ExactProbeWriter out) noexcept {
   const float* f = in.f;
   const double* d = in.d;
-  const zeMatrix44f a(f[0], f[1], f[2], f[3], f[4], f[5], f[6], f[7], f[8], f[9], f[10], f[11], f[12], f[13], f[14],
-                      f[15]);
+  const zeMatrix44f a = matrixOf<zeMatrix44f>(f);
   const zeMatrix44f b(f[15], f[3], f[10], f[6], f[1], f[12], f[8], f[5], f[14], f[2], f[7], f[11], f[4], f[9], f[0],
                       f[13]);
   zeMatrix44f r;
@@ -160,8 +163,7 @@ inline void probeMatrices(const ExactProbeInputs& in, ExactProbeWriter out) noex
   r.postTranslation(zeVec3f(f[5], f[9], f[13]));
   out.put(r);
 
-  const zeMatrix44d ad(d[0], d[1], d[2], d[3], d[4], d[5], d[6], d[7], d[8], d[9], d[10], d[11], d[12], d[13], d[14],
-                       d[15]);
+  const zeMatrix44d ad = matrixOf<zeMatrix44d>(d);
   const zeMatrix44d bd(d[15], d[3], d[10], d[6], d[1], d[12], d[8], d[5], d[14], d[2], d[7], d[11], d[4], d[9], d[0],
                        d[13]);
   zeMatrix44d rd;
@@ -172,24 +174,23 @@ inline void probeMatrices(const ExactProbeInputs& in, ExactProbeWriter out) noex
   out.put(rd);
 }
 
-/// Quaternion multiply, invert and lerp.
-inline void probeQuaternions(const ExactProbeInputs& in, ExactProbeWriter out) noexcept {
-  const float* f = in.f;
-  const double* d = in.d;
-  const zeQuaternionf a(f[0], f[1], f[2], f[3]), b(f[4], f[5], f[6], f[7]);
-  zeQuaternionf r;
+/// Quaternion multiply, invert and lerp, of Q with components v.
+template <class Q, class T>
+inline void probeQuaternionsOf(const T* v, ExactProbeWriter& out) noexcept {
+  const Q a(v[0], v[1], v[2], v[3]), b(v[4], v[5], v[6], v[7]);
+  Q r;
   r.multiply(a, b);
   out.put(r);
-  r.invert(a);
+  r.invert(b);
   out.put(r);
-  r.lerp(f[19], a, b);
+  r.lerp(v[19], a, b);
   out.put(r);
-  const zeQuaterniond ad(d[0], d[1], d[2], d[3]), bd(d[4], d[5], d[6], d[7]);
-  zeQuaterniond rd;
-  rd.multiply(ad, bd);
-  out.put(rd);
-  rd.invert(bd);
-  out.put(rd);
+}
+
+/// Quaternion multiply, invert and lerp, float and double.
+inline void probeQuaternions(const ExactProbeInputs& in, ExactProbeWriter out) noexcept {
+  probeQuaternionsOf<zeQuaternionf>(in.f, out);
+  probeQuaternionsOf<zeQuaterniond>(in.d, out);
 }
 
 /// Colour conversion from HSV, the direct form of the 4-component vectors.
