@@ -70,6 +70,7 @@
 #include "math/volumes/zeTransformFunctionList.h"
 #include "math/volumes/zeVolume.h"
 #include "math/volumes/zeVolumeList.h"
+#include "math/zeExactResults.h"
 #include "math/zeInstructionSet.h"
 #include "math/zeMathConfig.h"
 #include "math/zeMathEnums.h"

@@ -3,10 +3,12 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/QuaternionOps.h"
 #include "math/impl/Trig.h"
 #include "math/zeMatrix44f.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -52,3 +54,4 @@ class ZEMATH_API zeQuaternionf : public impl::QuaternionOps<zeQuaternionf, float
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

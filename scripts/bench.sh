@@ -18,6 +18,8 @@ for p in "${programs[@]}"; do
   if [ -x "$build/bench/$p" ]; then built+=("$p"); else echo "$p was not built: skipped"; fi
 done
 programs=("${built[@]}")
+# Built for x86-64-v3, as a user's program would be: run where the processor has it.
+if bash "$root/scripts/cpu-runs.sh" x86-64-v3; then programs+=(InlineOpsBench); fi
 if [ $# -gt 0 ]; then
   for p in "${programs[@]}"; do "$build/bench/$p" "$@"; done
   exit 0

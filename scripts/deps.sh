@@ -2,7 +2,7 @@
 # Installs, with apt-get, what building and testing the project need, when
 # something is missing. With "bench" it also checks for Google Benchmark, GLM,
 # Eigen, gnuplot and python3;
-# with "docs", for Doxygen; with "emulate", for SIMDe.
+# with "docs", for Doxygen; with "emulate", for SIMDe; with "clang", for clang++-14.
 set -euo pipefail
 
 need=()
@@ -36,6 +36,9 @@ if [ "${1:-}" = fuzz ]; then
 fi
 if [ "${1:-}" = emulate ]; then
   [ -f /usr/include/simde/x86/avx512.h ] || need+=(libsimde-dev)
+fi
+if [ "${1:-}" = clang ]; then
+  command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
 fi
 if [ "${1:-}" = valgrind ]; then
   command -v valgrind >/dev/null 2>&1 || need+=(valgrind)

@@ -10,9 +10,11 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Matrix44Ops.h"
 #include "math/impl/Trig.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -160,3 +162,4 @@ class ZEMATH_API Matrix44Construction {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END
