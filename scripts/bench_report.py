@@ -136,6 +136,13 @@ def main():
     for fn in ("sin", "cos", "sincos", "tan", "asin", "acos", "atan", "atan2"):
         lines.append(f"| {fn} | {ratio(f'Trig/{fn}/f/CLibrary', f'Trig/{fn}/f/Portable')} | "
                      f"{ratio(f'Trig/{fn}/d/CLibrary', f'Trig/{fn}/d/Portable')} |")
+    lines += ["", "## Culling 100k volumes against a frustum", "",
+              "Half boxes, half spheres, against six planes (`CullingBench`): nanoseconds per volume, and the time "
+              "of the per-volume loop through the dispatch tables over the variant's (above 1: the variant is "
+              "faster).", "", "| Variant | ns per volume | vs per-volume dispatch |", "|---|---|---|"]
+    for variant in ("Dispatch", "Scalar", "sse2", "avx2", "avx512", "Published"):
+        if t(f"Cull/{variant}"):
+            lines.append(f"| {variant} | {t(f'Cull/{variant}') / 1e5:.2f} | {ratio('Cull/Dispatch', f'Cull/{variant}')} |")
     # The before/after comparison of the inline operations was measured across
     # two builds of the library, which this run cannot repeat: it is kept.
     lines += kept_section(results, "## Inline operations in a user's build")
