@@ -37,6 +37,15 @@ struct Avx2Float {
     _mm_storeu_ps(lo, _mm256_castps256_ps128(v));
     _mm_storeu_ps(hi, _mm256_extractf128_ps(v, 1));
   }
+  /// Lanes 0 to 2 of the low half to lo, of the high half to hi; nothing
+  /// after them is written.
+  static void store3Halves(T* lo, T* hi, F v) {
+    const __m128 l = _mm256_castps256_ps128(v), h = _mm256_extractf128_ps(v, 1);
+    _mm_storel_pi(reinterpret_cast<__m64*>(lo), l);
+    _mm_store_ss(lo + 2, _mm_movehl_ps(l, l));
+    _mm_storel_pi(reinterpret_cast<__m64*>(hi), h);
+    _mm_store_ss(hi + 2, _mm_movehl_ps(h, h));
+  }
   /// Non-temporal store to 32-byte aligned p; fence() orders it.
   static void stream(T* p, F v) { _mm256_stream_ps(p, v); }
   static void fence() { _mm_sfence(); }
@@ -50,6 +59,8 @@ struct Avx2Float {
   static Mask equal(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_EQ_OQ); }
   /// a where the mask is set, b elsewhere.
   static F select(Mask m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
+  /// Bit i set where lane i of the mask is.
+  static unsigned int maskBits(Mask m) { return unsigned(_mm256_movemask_ps(m)); }
   // Within each 128-bit half.
   static F unpacklo(F a, F b) { return _mm256_unpacklo_ps(a, b); }
   static F unpackhi(F a, F b) { return _mm256_unpackhi_ps(a, b); }
