@@ -10,6 +10,19 @@ set(ZEMATH_ISA_FLAGS_sse2 -O3)
 set(ZEMATH_ISA_FLAGS_avx2 -O3 -mavx2)
 set(ZEMATH_ISA_FLAGS_avx512 -O3 -mavx512f -mavx512vl -mavx512bw -mavx512dq)
 
+# For the tests only, never for an installed library: the AVX-512 unit is
+# built for AVX2 with its intrinsics emulated (tests/support/EmulatedAvx512.h,
+# SIMDe), and the detection reports AVX-512 wherever AVX2 runs, so that the
+# path suites compare the AVX-512 loops with the scalar loop on a processor
+# without AVX-512.
+if(ZEMATH_EMULATE_AVX512)
+  find_path(ZEMATH_SIMDE_INCLUDE simde/x86/avx512.h REQUIRED)
+  set(ZEMATH_ISA_FLAGS_avx512 -O2 -mavx2 -include ${PROJECT_SOURCE_DIR}/tests/support/EmulatedAvx512.h)
+  if(NOT ZEMATH_SIMDE_INCLUDE STREQUAL "/usr/include")
+    list(APPEND ZEMATH_ISA_FLAGS_avx512 -isystem ${ZEMATH_SIMDE_INCLUDE})
+  endif()
+endif()
+
 # zemath_isa_sources(<target> <level> <files...>): adds the files to the
 # target (in the calling directory), built with the flags of <level>: sse2,
 # avx2 or avx512.

@@ -46,6 +46,10 @@ ZE_MATH_INSTRUCTION_SET detect() {
   if ((state & 0x6) != 0x6 || __get_cpuid_max(0, nullptr) < 7) return ZE_MATH_INSTRUCTION_SET_SSE2;
   __cpuid_count(7, 0, a, b, c, d);
   if (!(b & bit_AVX2)) return ZE_MATH_INSTRUCTION_SET_SSE2;
+#if defined(ZEMATH_EMULATED_AVX512)
+  // A test build whose AVX-512 unit runs on AVX2 (cmake/ZEMathIsa.cmake).
+  return ZE_MATH_INSTRUCTION_SET_AVX512;
+#endif
   const unsigned int avx512 = bit_AVX512F | bit_AVX512VL | bit_AVX512BW | bit_AVX512DQ;
   if ((b & avx512) != avx512 || (state & 0xE0) != 0xE0) return ZE_MATH_INSTRUCTION_SET_AVX2;
   return ZE_MATH_INSTRUCTION_SET_AVX512;

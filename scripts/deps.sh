@@ -2,7 +2,7 @@
 # Installs, with apt-get, what building and testing the project need, when
 # something is missing. With "bench" it also checks for Google Benchmark, GLM,
 # Eigen, gnuplot and python3;
-# with "docs", for Doxygen.
+# with "docs", for Doxygen; with "emulate", for SIMDe.
 set -euo pipefail
 
 need=()
@@ -31,6 +31,9 @@ fi
 if [ "${1:-}" = fuzz ]; then
   command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
   ls /usr/lib/llvm-14/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1 || need+=(libclang-rt-14-dev)
+fi
+if [ "${1:-}" = emulate ]; then
+  [ -f /usr/include/simde/x86/avx512.h ] || need+=(libsimde-dev)
 fi
 if [ "${1:-}" = valgrind ]; then
   command -v valgrind >/dev/null 2>&1 || need+=(valgrind)
