@@ -68,6 +68,24 @@ struct BlendInputs {
   std::size_t count;
 };
 
+/// Asks for every cache line of the inputs of vertices [first, first + n)
+/// (the weights too unless kOneWeight) and of their outputs, to write.
+/// Asking past the end of an array reads nothing.
+template <bool kOneWeight>
+ZE_BLEND_INLINE void prefetch(const BlendInputs& in, std::size_t first, std::size_t n, unsigned char* out,
+                              std::size_t stride) {
+  constexpr std::size_t kLine = 64;
+  const auto ask = [](const void* from, std::size_t bytes, int write) {
+    for (std::size_t o = 0; o < bytes; o += kLine)
+      write ? __builtin_prefetch(static_cast<const char*>(from) + o, 1)
+            : __builtin_prefetch(static_cast<const char*>(from) + o, 0);
+  };
+  ask(in.source + 4 * first, 4 * sizeof(float) * n, 0);
+  if (!kOneWeight) ask(in.weights + in.perVertex * first, sizeof(float) * in.perVertex * n, 0);
+  ask(in.indices + in.perVertex * first, in.perVertex * n, 0);
+  ask(out + stride * first, stride * n, 1);
+}
+
 /// Part p of the result is the four floats at at[p].
 template <class V>
 ZE_BLEND_INLINE typename V::F loadParts(const float* const* at) {
@@ -240,11 +258,7 @@ inline std::size_t blendWhole(const BlendInputs& in, std::size_t first, std::siz
                               unsigned char* out, std::size_t stride) {
   constexpr int P = kVerticesPer<V>;
   for (; first + P <= end; first += P) {
-    const std::size_t ahead = first + kPrefetchVertices;
-    __builtin_prefetch(in.source + 4 * ahead);
-    if (!kOneWeight) __builtin_prefetch(in.weights + in.perVertex * ahead);
-    __builtin_prefetch(in.indices + in.perVertex * ahead);
-    __builtin_prefetch(out + ahead * stride, 1);
+    prefetch<kOneWeight>(in, first + kPrefetchVertices, P, out, stride);
     const typename V::F sum =
         blendRegister<V, kInfluences, kOneWeight, false>(in, Vertices<V, false>{first, end, safe});
     storeParts<V, kSpill>(sum, out + first * stride, stride, P);
