@@ -37,6 +37,9 @@ struct Avx2Float {
     _mm_storeu_ps(lo, _mm256_castps256_ps128(v));
     _mm_storeu_ps(hi, _mm256_extractf128_ps(v, 1));
   }
+  /// The low halves of a and b, and their high halves.
+  static F lowHalves(F a, F b) { return _mm256_permute2f128_ps(a, b, 0x20); }
+  static F highHalves(F a, F b) { return _mm256_permute2f128_ps(a, b, 0x31); }
   /// Lanes 0 to 2 of the low half to lo, of the high half to hi; nothing
   /// after them is written.
   static void store3Halves(T* lo, T* hi, F v) {

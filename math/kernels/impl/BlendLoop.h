@@ -115,11 +115,23 @@ struct Point {
 template <class V>
 ZE_BLEND_INLINE typename V::F transformed(const Point<V>& p, const float* const* m) {
   constexpr int P = kVerticesPer<V>;
-  const float* row[4][P];
-  for (int r = 0; r < 4; ++r)
-    for (int v = 0; v < P; ++v) row[r][v] = m[v] + 4 * r;
-  const typename V::F r0 = loadParts<V>(row[0]), r1 = loadParts<V>(row[1]);
-  const typename V::F r2 = loadParts<V>(row[2]), r3 = loadParts<V>(row[3]);
+  typename V::F r0, r1, r2, r3;
+  if constexpr (P == 2) {
+    // Two rows of each matrix per load, then each row of both together.
+    const typename V::F a01 = V::load(m[0]), b01 = V::load(m[1]), a23 = V::load(m[0] + 8), b23 = V::load(m[1] + 8);
+    r0 = V::lowHalves(a01, b01);
+    r1 = V::highHalves(a01, b01);
+    r2 = V::lowHalves(a23, b23);
+    r3 = V::highHalves(a23, b23);
+  } else {
+    const float* row[4][P];
+    for (int r = 0; r < 4; ++r)
+      for (int v = 0; v < P; ++v) row[r][v] = m[v] + 4 * r;
+    r0 = loadParts<V>(row[0]);
+    r1 = loadParts<V>(row[1]);
+    r2 = loadParts<V>(row[2]);
+    r3 = loadParts<V>(row[3]);
+  }
   return V::add(V::add(V::add(V::mul(p.x, r0), V::mul(p.y, r1)), V::mul(p.z, r2)), r3);
 }
 
