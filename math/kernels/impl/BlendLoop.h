@@ -123,6 +123,16 @@ ZE_BLEND_INLINE typename V::F transformed(const Point<V>& p, const float* const*
     r1 = V::highHalves(a01, b01);
     r2 = V::lowHalves(a23, b23);
     r3 = V::highHalves(a23, b23);
+  } else if constexpr (P == 4) {
+    // Each matrix in one load, then a transpose of 128-bit parts: part p of
+    // row r is row r of vertex p's matrix.
+    const typename V::F a = V::load(m[0]), b = V::load(m[1]), c = V::load(m[2]), d = V::load(m[3]);
+    const typename V::F ab01 = V::template shuffle128<0x44>(a, b), ab23 = V::template shuffle128<0xEE>(a, b);
+    const typename V::F cd01 = V::template shuffle128<0x44>(c, d), cd23 = V::template shuffle128<0xEE>(c, d);
+    r0 = V::template shuffle128<0x88>(ab01, cd01);
+    r1 = V::template shuffle128<0xDD>(ab01, cd01);
+    r2 = V::template shuffle128<0x88>(ab23, cd23);
+    r3 = V::template shuffle128<0xDD>(ab23, cd23);
   } else {
     const float* row[4][P];
     for (int r = 0; r < 4; ++r)
