@@ -12,7 +12,7 @@
 //
 // Benchmark names: Skin/<variant>/<real|all>/<influences>/<vertices>/<stride>,
 // Skin/<Limit|LimitNT>/<influences>/<vertices>/<stride>,
-// OneWeight/<variant>/1/<vertices>/<stride>.
+// OneWeight/<variant|Limit|LimitNT>/1/<vertices>/<stride>.
 
 #include <cstdint>
 #include <cstring>
@@ -99,21 +99,22 @@ void kernel(benchmark::State& state, impl::BlendPathFunction f, SkinWeights kind
   setCounters(state, m.count);
 }
 
-// The published kernel, labelled with the path it runs.
-void published(benchmark::State& state, SkinWeights kind) {
+// A published kernel, labelled with the path it runs.
+void published(benchmark::State& state, impl::BlendPathFunction f, SkinWeights kind) {
   state.SetLabel(zePathName(ZE_MATH_PATH_FAMILY_SKINNING));
-  kernel(state, zeVectorBlending::_vectorBlendingFunction, kind);
+  kernel(state, f, kind);
 }
 
-// The bytes a weighted kernel moves, and nothing else.
-void limit(benchmark::State& state, zebench::LimitStores stores) {
+// The bytes a kernel moves, and nothing else: the weighted kernel's, or
+// with `oneWeight` those of the kernel that reads no weights.
+void limit(benchmark::State& state, zebench::LimitStores stores, bool oneWeight) {
   const Skin s(state, SkinWeights::kRealistic);
   const SkinningMesh& m = s.mesh;
   const zebench::ReadStream streams[] = {{m.source.data(), sizeof(zeVec4f)},
-                                         {m.weights.data(), m.influences * sizeof(float)},
-                                         {m.indices.data(), m.influences}};
+                                         {m.indices.data(), m.influences},
+                                         {m.weights.data(), m.influences * sizeof(float)}};
   for (auto _ : state) {
-    benchmark::DoNotOptimize(zebench::memoryLimit(streams, 3, m.count, s.out(), s.stride, stores));
+    benchmark::DoNotOptimize(zebench::memoryLimit(streams, oneWeight ? 2 : 3, m.count, s.out(), s.stride, stores));
     benchmark::ClobberMemory();
   }
   setCounters(state, m.count);
@@ -213,7 +214,9 @@ int main(int argc, char** argv) {
         benchmark::RegisterBenchmark(("Skin/" + std::string(paths.path(i).name) + tail).c_str(), &kernel,
                                      paths.path(i).weighted, w.kind)
             ->Apply(shapes);
-    benchmark::RegisterBenchmark(("Skin/Published" + tail).c_str(), &published, w.kind)->Apply(shapes);
+    benchmark::RegisterBenchmark(("Skin/Published" + tail).c_str(), &published,
+                                 zeVectorBlending::_vectorBlendingFunction, w.kind)
+        ->Apply(shapes);
 #ifdef ZEMATH_BENCH_GLM
     benchmark::RegisterBenchmark(("Skin/GLM" + tail).c_str(), &glmLoop, w.kind)->Apply(shapes);
 #endif
@@ -221,12 +224,20 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark(("Skin/Eigen" + tail).c_str(), &eigenLoop, w.kind)->Apply(shapes);
 #endif
   }
-  benchmark::RegisterBenchmark("Skin/Limit", &limit, zebench::LimitStores::kNormal)->Apply(shapes);
-  benchmark::RegisterBenchmark("Skin/LimitNT", &limit, zebench::LimitStores::kNonTemporal)->Apply(shapes);
+  benchmark::RegisterBenchmark("Skin/Limit", &limit, zebench::LimitStores::kNormal, false)->Apply(shapes);
+  benchmark::RegisterBenchmark("Skin/LimitNT", &limit, zebench::LimitStores::kNonTemporal, false)->Apply(shapes);
   benchmark::RegisterBenchmark("Skin/PublishedTwoThreads/real", &twoThreads)->Apply(shapes)->Threads(2)->UseRealTime();
   benchmark::RegisterBenchmark("OneWeight/Scalar", &kernel, &impl::blendOneWeightScalar, SkinWeights::kRealistic)
       ->Apply(oneWeightShapes);
-  benchmark::RegisterBenchmark("OneWeight/Published", &kernel, zeVectorBlending::_vectorBlendingOneWeightFunction,
+  for (unsigned int i = 1; i < paths.count(); ++i)
+    if (paths.available(i))
+      benchmark::RegisterBenchmark(("OneWeight/" + std::string(paths.path(i).name)).c_str(), &kernel,
+                                   paths.path(i).oneWeight, SkinWeights::kRealistic)
+          ->Apply(oneWeightShapes);
+  benchmark::RegisterBenchmark("OneWeight/Limit", &limit, zebench::LimitStores::kNormal, true)->Apply(oneWeightShapes);
+  benchmark::RegisterBenchmark("OneWeight/LimitNT", &limit, zebench::LimitStores::kNonTemporal, true)
+      ->Apply(oneWeightShapes);
+  benchmark::RegisterBenchmark("OneWeight/Published", &published, zeVectorBlending::_vectorBlendingOneWeightFunction,
                                SkinWeights::kRealistic)
       ->Apply(oneWeightShapes);
   benchmark::Initialize(&argc, argv);

@@ -75,13 +75,13 @@ def main():
 
     # Skinning targets: realistic weights, 4 influences; the limit is the
     # better of the limit loop's normal and non-temporal stores.
-    def limit(shape):
-        times = [t(f"Skin/{v}/{shape}") for v in ("Limit", "LimitNT")]
+    def limit(shape, family="Skin"):
+        times = [t(f"{family}/{v}/{shape}") for v in ("Limit", "LimitNT")]
         times = [x for x in times if x]
         return min(times) if times else None
 
-    def percent(subject, shape):
-        a, b = limit(shape), t(subject)
+    def percent(subject, shape, family="Skin"):
+        a, b = limit(shape, family), t(subject)
         return 100.0 * a / b if a and b else None
 
     def speedup(subject, baseline):
@@ -137,9 +137,8 @@ def main():
     twice = f"{two['items_per_second'] / one['items_per_second']:.2f}x" if one and two else "n/a"
     lines.append(f"| Skinning on two threads vs one (vertices per second, wall time) | {twice} | reported | |")
     for n in ("1", "8"):
-        times = [x for x in (t(f"Morph/Limit/{n}"), t(f"Morph/LimitNT/{n}")) if x]
-        share = 100.0 * min(times) / t(f"Morph/Published/{n}") if times and t(f"Morph/Published/{n}") else None
-        target(f"Morphing {n} target(s), 1M: share of the memory limit", share, ">= 90%", "%", "not measured")
+        target(f"Morphing {n} target(s), 1M: share of the memory limit", percent(f"Morph/Published/{n}", n, "Morph"),
+               ">= 90%", "%", "not measured")
     row("4x4 float product vs GLM", "Product/GLM", "Product/Float", ">= 1")
     row("4x4 float product vs Eigen", "Product/Eigen", "Product/Float", ">= 1")
     row("Dispatch box/sphere: direct call vs through the tables", "BoxSphere/DirectCall",
@@ -165,20 +164,23 @@ def main():
     def when(ns):
         return f"{ns / 1e6:.2f} ms" if ns >= 1e6 else f"{ns / 1e3:.1f} us"
 
-    def cell(name, shape, kind):
-        subject, scalar = t(f"Skin/{name}/{kind}/{shape}"), t(f"Skin/Scalar/{kind}/{shape}")
-        if not subject:
+    def cell(subject, scalar, shape, family="Skin"):
+        time, base = t(subject), t(scalar)
+        if not time:
             return "not run"
-        share = percent(f"Skin/{name}/{kind}/{shape}", shape)
-        return (f"{when(subject)} ({scalar / subject:.2f}x scalar"
-                + (f", {share:.0f}% of the limit)" if share else ")"))
+        share = percent(subject, shape, family)
+        return (f"{when(time)} ({base / time:.2f}x scalar" if base else f"{when(time)} (")  \
+            + (f", {share:.0f}% of the limit)" if share else ")")
 
-    def limit_cell(shape):
-        normal, nt = t(f"Skin/Limit/{shape}"), t(f"Skin/LimitNT/{shape}")
+    def skin_cell(name, shape, kind):
+        return cell(f"Skin/{name}/{kind}/{shape}", f"Skin/Scalar/{kind}/{shape}", shape)
+
+    def limit_cell(shape, family="Skin"):
+        normal, nt = t(f"{family}/Limit/{shape}"), t(f"{family}/LimitNT/{shape}")
         if not normal and not nt:
             return "not run"
         better = "non-temporal" if nt and (not normal or nt < normal) else "normal"
-        return f"{when(limit(shape))} ({better} stores)"
+        return f"{when(limit(shape, family))} ({better} stores)"
 
     published = m.get("Skin/Published/real/4/1000000/12", {}).get("label", "")
     skin_rows = [("scalar loop of the written order", "Scalar"),
@@ -197,14 +199,38 @@ def main():
             lines += ["", f"| 4 influences, {label} vertices, {weights[kind]} | stride 12 | stride 32 |",
                       "|---|---|---|"]
             for title, name in skin_rows:
-                lines.append(f"| {title} | {cell(name, f'4/{count}/12', kind)} | {cell(name, f'4/{count}/32', kind)} |")
+                lines.append(f"| {title} | {skin_cell(name, f'4/{count}/12', kind)} | "
+                             f"{skin_cell(name, f'4/{count}/32', kind)} |")
             lines.append(f"| streaming the same bytes (the limit) | {limit_cell(f'4/{count}/12')} | "
                          f"{limit_cell(f'4/{count}/32')} |")
     lines += ["", "| 1M vertices, stride 12, realistic weights | 1 influence | 2 | 3 | 4 |", "|---|---|---|---|---|"]
     for title, name in skin_rows:
-        lines.append(f"| {title} | " + " | ".join(cell(name, f"{k}/1000000/12", "real") for k in range(1, 5)) + " |")
+        lines.append(f"| {title} | " + " | ".join(skin_cell(name, f"{k}/1000000/12", "real") for k in range(1, 5))
+                     + " |")
     lines.append("| streaming the same bytes (the limit) | "
                  + " | ".join(limit_cell(f"{k}/1000000/12") for k in range(1, 5)) + " |")
+
+    # The one-weight kernel and morphing, the same way.
+    one_label = m.get("OneWeight/Published/1/1000000/12", {}).get("label", "")
+    path_rows = [("scalar loop of the written order", "Scalar"),
+                 (f"published kernel ({one_label or 'chosen path'})", "Published"), ("AVX-512 path", "avx512"),
+                 ("AVX2 path", "avx2"), ("SSE2 path", "sse2")]
+    one_shapes = [f"1/{c}/{st}" for c in ("10000", "1000000") for st in (12, 32)]
+    lines += ["", "| One-weight kernel (reads sources and indices) | 10k, stride 12 | 10k, stride 32 | 1M, stride 12 | "
+              "1M, stride 32 |", "|---|---|---|---|---|"]
+    for title, name in path_rows:
+        lines.append(f"| {title} | " + " | ".join(cell(f"OneWeight/{name}/{sh}", f"OneWeight/Scalar/{sh}", sh,
+                                                      "OneWeight") for sh in one_shapes) + " |")
+    lines.append("| streaming the same bytes (the limit) | "
+                 + " | ".join(limit_cell(sh, "OneWeight") for sh in one_shapes) + " |")
+    lines += ["", "| Morphing, 1M vectors (reads the base and every target) | 1 target | 8 targets |",
+              "|---|---|---|"]
+    path_rows[1] = ("published kernel", "Published")
+    for title, name in path_rows:
+        lines.append(f"| {title} | " + " | ".join(cell(f"Morph/{name}/{n}", f"Morph/Scalar/{n}", n, "Morph")
+                                                  for n in ("1", "8")) + " |")
+    lines.append("| streaming the same bytes (the limit) | "
+                 + " | ".join(limit_cell(n, "Morph") for n in ("1", "8")) + " |")
 
     lines += ["", "## Against the peers", "",
               "Time of the peer over time of the library (above 1: the library is faster).", "",
