@@ -9,7 +9,8 @@
 ///
 /// x, y and z of a vertex are broadcast over its part, and each counted
 /// influence loads the rows of its matrix whole, straight from the palette
-/// (no gather, no transpose), so that lane c computes
+/// (no gather; rows only move between parts as a whole), so that lane c
+/// computes
 /// x*M[0][c] + y*M[1][c] + z*M[2][c] + M[3][c], times the weight, added to
 /// the running sum that starts at 0: exactly the scalar loop's order for
 /// that component, separate multiplies and adds. An influence at or below
@@ -21,9 +22,10 @@
 /// Included only by the instruction-set units (math/isa/); it uses raw
 /// floats so that those units, some built for wider instructions, share no
 /// inline function with the rest of the library. The lanes (math/impl/lanes)
-/// supply load, store, add, mul, greater, select, maskBits, shuffle<imm>
-/// within each 128-bit part, and for registers of several parts loadHalves
-/// or loadQuarters.
+/// supply load, store, store3, add, mul, greater, select, maskBits and
+/// shuffle<imm> within each 128-bit part; registers of two parts also
+/// loadHalves, storeHalves, store3Halves, lowHalves and highHalves, of four
+/// parts loadQuarters, storeQuarters, store3Quarters and shuffle128<imm>.
 
 #include <cstddef>
 #include <cstdint>
