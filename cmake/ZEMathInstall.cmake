@@ -22,7 +22,8 @@ install(TARGETS LuxCore ZEMath EXPORT ZEMathTargets
 
 # Public headers keep their core/... and math/... paths; the impl folders come
 # along because the public headers include them. The instruction-set units,
-# lanes, loops and raw path declarations serve only the library's own sources.
+# lanes, loops and raw path declarations and the portable functions' internals
+# (portable/detail) serve only the library's own sources.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/core ${PROJECT_SOURCE_DIR}/math
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN "*.h" PATTERN "*.inl"
@@ -30,7 +31,10 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/core ${PROJECT_SOURCE_DIR}/math
   PATTERN "lanes" EXCLUDE
   PATTERN "isa" EXCLUDE
   PATTERN "*Loop.h" EXCLUDE
-  PATTERN "*RawPaths.h" EXCLUDE)
+  PATTERN "*RawPaths.h" EXCLUDE
+  PATTERN "detail" EXCLUDE)
+install(FILES ${PROJECT_BINARY_DIR}/include/math/zeMathConfig.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/math)
 
 set(ze_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZEMath)
 install(EXPORT ZEMathTargets NAMESPACE ZEMath:: DESTINATION ${ze_cmake_dir})

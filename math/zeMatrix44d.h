@@ -1,6 +1,7 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Matrix44Construction.h"
 #include "math/impl/Matrix44Decomposition.h"
 #include "math/impl/Matrix44Inversion.h"
@@ -10,6 +11,7 @@
 #include "math/zeVec3d.h"
 #include "math/zeVec4d.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -105,3 +107,4 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Matrix44Construction.h"
 #include "math/impl/Matrix44Decomposition.h"
 #include "math/impl/Matrix44Inversion.h"
@@ -12,6 +13,7 @@
 #include "math/zeVec3f.h"
 #include "math/zeVec4f.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -88,3 +90,4 @@ class ZEMATH_API zeMatrix44f : public impl::Matrix44Ops<zeMatrix44f, float, zeVe
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -5,6 +5,7 @@
 #include "math/zeQuaterniond.h"
 
 #include "math/impl/QuaternionOps.inl"
+#include "math/impl/Trig.h"
 
 namespace Lux {
 namespace Math {
@@ -22,9 +23,9 @@ void zeQuaterniond::setRotationRadians(double rx, double ry, double rz) noexcept
   const double a = -rx / 2.0;
   const double b = -ry / 2.0;
   const double c = -rz / 2.0;
-  const double cx = std::cos(a), sx = std::sin(a);
-  const double cy = std::cos(b), sy = std::sin(b);
-  const double cz = std::cos(c), sz = std::sin(c);
+  const double cx = impl::cos(a), sx = impl::sin(a);
+  const double cy = impl::cos(b), sy = impl::sin(b);
+  const double cz = impl::cos(c), sz = impl::sin(c);
   set(sx * cy * cz - cx * sy * sz, cx * sy * cz + sx * cy * sz, cx * cy * sz + sx * sy * cz,
       cx * cy * cz - sx * sy * sz);
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/QuaternionOps.h"
 #include "math/zeMatrix44d.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -45,3 +47,4 @@ class ZEMATH_API zeQuaterniond : public impl::QuaternionOps<zeQuaterniond, doubl
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

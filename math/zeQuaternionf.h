@@ -3,9 +3,12 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/QuaternionOps.h"
+#include "math/impl/Trig.h"
 #include "math/zeMatrix44f.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -44,10 +47,11 @@ class ZEMATH_API zeQuaternionf : public impl::QuaternionOps<zeQuaternionf, float
   /// the double twin, the float class deliberately puts atan2(m4, m5) into ry,
   /// overwriting the pitch, sets rz = 0 and leaves rx unwritten.
   static void getPoleRotationRadians(const zeMatrix44f& m, float& /*rx*/, float& ry, float& rz) noexcept {
-    ry = std::atan2(m[4], m[5]);
+    ry = impl::atan2(m[4], m[5]);
     rz = 0.0f;
   }
 };
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

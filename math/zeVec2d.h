@@ -1,8 +1,10 @@
 #pragma once
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -24,3 +26,4 @@ class ZEMATH_API zeVec2d : public impl::VecOps<zeVec2d, double, 2> {
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -2,8 +2,10 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/ColourOps.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -30,3 +32,4 @@ class ZEMATH_API zeVec3d : public impl::Vec3Ops<zeVec3d, double, zeMatrix44d>,
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

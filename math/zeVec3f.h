@@ -2,8 +2,10 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/ColourOps.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -35,3 +37,4 @@ class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f>, pu
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -2,8 +2,10 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/ColourOps.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -55,3 +57,4 @@ class ZEMATH_API zeVec3uc : public impl::VecAccess<zeVec3uc, unsigned char, 3> {
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

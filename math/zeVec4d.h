@@ -2,8 +2,10 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/ColourOps.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -41,3 +43,4 @@ class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d>,
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -2,9 +2,11 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/ColourOps.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 #include "math/zeVec3f.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -62,3 +64,4 @@ class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f>, pu
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

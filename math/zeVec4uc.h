@@ -2,8 +2,10 @@
 
 #include "math/ZEMathExport.h"
 #include "math/impl/ColourOps.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/VecOps.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 
@@ -57,3 +59,4 @@ class ZEMATH_API zeVec4uc : public impl::VecAccess<zeVec4uc, unsigned char, 4> {
 
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -11,13 +11,15 @@ bash "$root/scripts/deps.sh" bench
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release \
   -DZEMATH_BUILD_BENCH=ON -DZEMATH_BUILD_TESTS=OFF -DZEMATH_BUILD_TOOLS=OFF
 cmake --build "$build" -j"$(nproc)"
-programs=(VolumeDispatchBench SkinningBench FrameWorkBench TransformBench TransformOpsBench ModelSkinningBench)
+programs=(VolumeDispatchBench SkinningBench FrameWorkBench TransformBench TransformOpsBench ModelSkinningBench TrigBench)
 # A program whose dependencies are missing is not built (cmake says which).
 built=()
 for p in "${programs[@]}"; do
   if [ -x "$build/bench/$p" ]; then built+=("$p"); else echo "$p was not built: skipped"; fi
 done
 programs=("${built[@]}")
+# Built for x86-64-v3, as a user's program would be: run where the processor has it.
+if bash "$root/scripts/cpu-runs.sh" x86-64-v3; then programs+=(InlineOpsBench); fi
 if [ $# -gt 0 ]; then
   for p in "${programs[@]}"; do "$build/bench/$p" "$@"; done
   exit 0

@@ -2,7 +2,7 @@
 # Installs, with apt-get, what building and testing the project need, when
 # something is missing. With "bench" it also checks for Google Benchmark, GLM,
 # Eigen, gnuplot and python3;
-# with "docs", for Doxygen; with "emulate", for SIMDe.
+# with "docs", for Doxygen; with "emulate", for SIMDe; with "clang", for clang++-14.
 set -euo pipefail
 
 need=()
@@ -18,6 +18,8 @@ command -v make >/dev/null 2>&1 || need+=(make)
 [ -f /usr/include/assimp/scene.h ] || need+=(libassimp-dev)
 [ -d /usr/share/assimp/models ] || need+=(assimp-testmodels)
 command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
+# MPFR is the exact reference of the trigonometric tests and measurements.
+[ -f /usr/include/mpfr.h ] || need+=(libmpfr-dev)
 if [ "${1:-}" = docs ]; then
   command -v doxygen >/dev/null 2>&1 || need+=(doxygen)
 fi
@@ -34,6 +36,9 @@ if [ "${1:-}" = fuzz ]; then
 fi
 if [ "${1:-}" = emulate ]; then
   [ -f /usr/include/simde/x86/avx512.h ] || need+=(libsimde-dev)
+fi
+if [ "${1:-}" = clang ]; then
+  command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
 fi
 if [ "${1:-}" = valgrind ]; then
   command -v valgrind >/dev/null 2>&1 || need+=(valgrind)

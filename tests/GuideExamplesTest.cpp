@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <string>
 
 #include <math/ZEMath.h>
 
@@ -97,6 +98,18 @@ TEST(GuideExamples, TheThresholdIsOneFloatForBothPrecisions) {
   EXPECT_EQ(d, static_cast<double>(f));
   EXPECT_NE(d, 5e-7);
   EXPECT_TRUE(alike);
+}
+
+TEST(GuideExamples, TheExactnessCheckNamesTheFamiliesThatDiffer) {
+  std::string report;
+  // example: exact
+  // At start-up, in a file compiled like the rest of the program:
+  const unsigned int inexact = zeCheckExactResults();  // 0: the library's bits here
+  for (unsigned int family = 1; family <= inexact; family <<= 1)
+    if (inexact & family) report += std::string(" ") + zeExactFamilyName(family);  // "vectors", ...
+  // end
+  EXPECT_EQ(0u, inexact);  // the suite is built with -ffp-contract=off
+  EXPECT_EQ("", report);
 }
 
 TEST_F(Guide, VolumesDispatchThroughTablesAndAcceptNewRoutines) {

@@ -54,6 +54,13 @@ bool loadLibrary() {
     return false;
   }
   std::printf("  loaded libZEMath.so\n");
+  // An engine asks once at start-up whether its build gives the inline
+  // operations the library's bits (its flags may lack -ffp-contract=off).
+  const unsigned int inexact = zeCheckExactResults();
+  std::printf("  inline operations: %s", inexact ? "other bits than the library's in" : "the library's bits");
+  for (unsigned int family = 1; family <= inexact; family <<= 1)
+    if (inexact & family) std::printf(" %s", zeExactFamilyName(family));
+  std::printf("\n");
   const bool registered = library->registerClasses() == kSuccess;
   std::printf("  registration %s: %d classes\n", registered ? "ran" : "FAILED", zeMetaObject::getClassCount());
   return registered;

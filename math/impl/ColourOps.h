@@ -9,9 +9,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Truncate.h"
 #include "math/zeMathEnums.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -300,3 +302,4 @@ class Colour4Ops {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

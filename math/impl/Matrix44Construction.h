@@ -10,16 +10,14 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Matrix44Ops.h"
+#include "math/impl/Trig.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
-
-/// s = sin(angle) and c = cos(angle) from one combined call.
-inline void sinCos(float angle, float& s, float& c) noexcept { ::sincosf(angle, &s, &c); }
-/// s = sin(angle) and c = cos(angle) from one combined call.
-inline void sinCos(double angle, double& s, double& c) noexcept { ::sincos(angle, &s, &c); }
 
 /// dst = a·b (a applies first), formed in a temporary so that dst may be a
 /// or b; the very product of the matrices' own multiplies.
@@ -164,3 +162,4 @@ class ZEMATH_API Matrix44Construction {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

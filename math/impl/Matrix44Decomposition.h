@@ -14,9 +14,11 @@
 /// classes differ there on purpose.
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Matrix44Construction.h"
 #include "math/zeMathEnums.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -69,3 +71,4 @@ class ZEMATH_API Matrix44Decomposition {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

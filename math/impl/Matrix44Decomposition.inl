@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "math/impl/Matrix44Decomposition.h"
+#include "math/impl/Trig.h"
 
 namespace Lux {
 namespace Math {
@@ -74,20 +75,20 @@ void Matrix44Decomposition<M, T, V3, V4>::eulerAngles(const Frame& f, T& x, T& y
   const T s = -f.r0.z;
   T angleY;
   if (T(-1) < s && s < T(1)) {
-    angleY = std::asin(s);
-    if (std::cos(angleY) == T(0)) {  // gimbal lock: all of the turn about x
-      x = std::atan2(f.r1.x, f.r1.y);
+    angleY = impl::asin(s);
+    if (impl::cos(angleY) == T(0)) {  // gimbal lock: all of the turn about x
+      x = impl::atan2(f.r1.x, f.r1.y);
       y = angleY;
       z = T(0);
       return;
     }
   } else {
     // Clamped; a NaN s gives asin(-1). No gimbal-lock branch here.
-    angleY = s > T(-1) ? std::asin(T(1)) : std::asin(T(-1));
+    angleY = s > T(-1) ? impl::asin(T(1)) : impl::asin(T(-1));
   }
-  x = std::atan2(f.r1.z, f.r2.z);
+  x = impl::atan2(f.r1.z, f.r2.z);
   y = angleY;
-  z = std::atan2(f.r0.y, f.r0.x);
+  z = impl::atan2(f.r0.y, f.r0.x);
 }
 
 template <class M, class T, class V3, class V4>

@@ -10,7 +10,9 @@
 
 #include "core/zeResult.h"
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -53,3 +55,4 @@ class ZEMATH_API Matrix44Inversion {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

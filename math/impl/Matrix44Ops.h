@@ -14,8 +14,10 @@
 #endif
 
 #include "math/impl/ArrayTransforms.h"
+#include "math/impl/ExactOrder.h"
 #include "math/zeMathThreshold.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -186,3 +188,4 @@ class Matrix44Ops {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -14,7 +14,9 @@
 /// read its fields and pass them on.
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -78,3 +80,4 @@ inline void shadowOntoPlane(M& m, const V3& normal, typename M::Scalar offset, c
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "math/impl/Matrix44Projection.h"
+#include "math/impl/Trig.h"
 
 namespace Lux {
 namespace Math {
@@ -36,13 +37,13 @@ void Matrix44Projection<M, T, V3, V4>::makePerspectiveProjectionRadians(T fovX, 
   // differ from tx = ty·aspect by rounding only, and are kept as they are.
   T tx, ty;
   if (fovX >= T(0)) {
-    tx = std::tan(fovX * T(0.5));
-    const T h = std::atan(((n * tx) / aspect) / n);
-    ty = std::tan((h + h) * T(0.5));
+    tx = impl::tan(fovX * T(0.5));
+    const T h = impl::atan(((n * tx) / aspect) / n);
+    ty = impl::tan((h + h) * T(0.5));
   } else {  // negative or NaN: the vertical angle decides
-    ty = std::tan(fovY * T(0.5));
-    const T h = std::atan(((n * ty) * aspect) / n);
-    tx = std::tan((h + h) * T(0.5));
+    ty = impl::tan(fovY * T(0.5));
+    const T h = impl::atan(((n * ty) * aspect) / n);
+    tx = impl::tan((h + h) * T(0.5));
   }
   self().makePerspectiveProjection(-tx * n, tx * n, -ty * n, ty * n, n, f);
 }

@@ -6,7 +6,9 @@
 /// and its quaternion as Q (CRTP).
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -29,3 +31,4 @@ class ZEMATH_API Matrix44QuaternionOps {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

@@ -13,9 +13,12 @@
 #include <cmath>
 
 #include "math/ZEMathExport.h"
+#include "math/impl/ExactOrder.h"
+#include "math/impl/Trig.h"
 #include "math/impl/VecOps.h"
 #include "math/zeMathThreshold.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -153,9 +156,13 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   /// close to opposite to blend: with s0 = sin((1 - t) pi/2), s1 = sin(t pi/2),
   /// this = (a.x s0 - b.y s1, a.y s0 + b.x s1, a.z s0 - b.w s1, a.w s0 + b.z s1).
   void perpendicular(T t, const Q& a, const Q& b) noexcept {
-    const T s0 = std::sin((T(1) - t) * zeHalfPi<T>);
-    const T s1 = std::sin(t * zeHalfPi<T>);
-    set(a.x * s0 - b.y * s1, a.y * s0 + b.x * s1, a.z * s0 - b.w * s1, a.w * s0 + b.z * s1);
+    const T s0 = impl::sin((T(1) - t) * zeHalfPi<T>);
+    const T s1 = impl::sin(t * zeHalfPi<T>);
+    // Computed as a s0 + (-b.y, b.x, -b.w, b.z) s1, which has the same bits
+    // (x - y z is exactly x + (-y) z): g++ 12 turns the alternating subtract
+    // and add of products into one fused instruction (vfmaddsub) for targets
+    // with FMA, even under -ffp-contract=off.
+    weigh(a, s0, Q(-b.y, b.x, -b.w, b.z), s1);
   }
 
   void set(T x, T y, T z, T w) noexcept {
@@ -170,3 +177,4 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

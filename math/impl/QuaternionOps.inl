@@ -50,9 +50,9 @@ void QuaternionOps<Q, T, M>::setRotationRadians(T rx, T ry, T rz) noexcept {
   const T a = -rx / T(2);
   const T b = -ry / T(2);
   const T c = -rz / T(2);
-  const T cx = std::cos(a), sx = std::sin(a);
-  const T cy = std::cos(b), sy = std::sin(b);
-  const T cz = std::cos(c), sz = std::sin(c);
+  const T cx = impl::cos(a), sx = impl::sin(a);
+  const T cy = impl::cos(b), sy = impl::sin(b);
+  const T cz = impl::cos(c), sz = impl::sin(c);
   set(sx * cy * cz + cx * sy * sz, cx * sy * cz - sx * cy * sz, cx * cy * sz + sx * sy * cz,
       cx * cy * cz - sx * sy * sz);
 }
@@ -64,22 +64,22 @@ void QuaternionOps<Q, T, M>::getRotationRadians(T& rx, T& ry, T& rz) const noexc
   m.makeQuaternion(this->self());
   const T v = -m[2];
   if (v > T(-1) && v < T(1)) {
-    ry = std::asin(v);
-    if (std::cos(ry) == T(0)) {
+    ry = impl::asin(v);
+    if (impl::cos(ry) == T(0)) {
       Q::getPoleRotationRadians(m, rx, ry, rz);
       return;
     }
   } else {
     // Beyond the poles (or NaN) the pitch is pinned to -pi/2 or +pi/2.
-    ry = v >= T(1) ? std::asin(T(1)) : std::asin(T(-1));
+    ry = v >= T(1) ? impl::asin(T(1)) : impl::asin(T(-1));
   }
-  rx = std::atan2(m[6], m[10]);
-  rz = std::atan2(m[1], m[0]);
+  rx = impl::atan2(m[6], m[10]);
+  rz = impl::atan2(m[1], m[0]);
 }
 
 template <class Q, class T, class M>
 void QuaternionOps<Q, T, M>::getPoleRotationRadians(const M& m, T& rx, T& /*ry*/, T& rz) noexcept {
-  rx = std::atan2(m[4], m[5]);
+  rx = impl::atan2(m[4], m[5]);
   rz = T(0);
 }
 
@@ -94,9 +94,9 @@ void QuaternionOps<Q, T, M>::slerp(T t, const Q& a, const Q& b) noexcept {
   if (!(T(1) + d > zeSmallThreshold<T>)) {
     perpendicular(t, a, end);
   } else if (T(1) - d > zeSmallThreshold<T>) {
-    const T theta = std::acos(d);
-    const T s0 = std::sin((T(1) - t) * theta) / std::sin(theta);
-    const T s1 = std::sin(t * theta) / std::sin(theta);
+    const T theta = impl::acos(d);
+    const T s0 = impl::sin((T(1) - t) * theta) / impl::sin(theta);
+    const T s1 = impl::sin(t * theta) / impl::sin(theta);
     weigh(a, s0, end, s1);
   } else {
     weigh(a, T(1) - t, end, t);

@@ -6,6 +6,9 @@
 
 #include <climits>
 
+#include "math/impl/ExactOrder.h"
+
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -26,3 +29,4 @@ inline unsigned char wrapToByte(unsigned char base, int step) noexcept {
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

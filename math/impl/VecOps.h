@@ -11,10 +11,12 @@
 
 #include <cmath>
 
+#include "math/impl/ExactOrder.h"
 #include "math/impl/Truncate.h"
 #include "math/zeMathEnums.h"
 #include "math/zeMathThreshold.h"
 
+ZEMATH_EXACT_ORDER_BEGIN
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -287,3 +289,4 @@ inline V bezier(float t, const V& p0, const V& p1, const V& p2, const V& p3) noe
 }  // namespace impl
 }  // namespace Math
 }  // namespace Lux
+ZEMATH_EXACT_ORDER_END

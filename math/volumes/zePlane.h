@@ -1,5 +1,6 @@
 #pragma once
 
+#include "math/impl/PlaneDistance.h"
 #include "math/meta/zeMathClassRegistration.h"
 #include "math/volumes/zeVolume.h"
 #include "math/zeMathEnums.h"
@@ -47,7 +48,7 @@ class ZEMATH_API zePlane : public zeVolume {
   // --- queries --------------------------------------------------------------
 
   /// The signed distance of p: positive outside, 0 on the plane.
-  float signedDistance(const zeVec3f& p) const { return _norm.x * p.x + _norm.y * p.y + _norm.z * p.z - _offset; }
+  float signedDistance(const zeVec3f& p) const { return impl::signedPlaneDistance(_norm, _offset, p); }
   /// The foot of p on the plane: p - _norm * e(p), written to `out`.
   void findClosestPoint(const zeVec3f& p, zeVec3f& out) const;
   /// Where the ray's line meets the plane. False, with `out` untouched, when

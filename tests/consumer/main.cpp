@@ -26,6 +26,7 @@ unsigned int typeIndexOf(const char* name) {
 }  // namespace
 
 int main() {
+  check(zeCheckExactResults() == 0, "the inline operations give the library's bits in this build");
   check(std::strcmp(ZEMATH_VERSION_STRING, ZE_FOUND_VERSION) == 0, "the header's version is the package's");
 
   zeSmartPointer<zeLibrary> library = zeLibrary::load(ZE_LIBRARY_PATH);
