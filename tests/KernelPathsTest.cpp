@@ -133,6 +133,21 @@ TEST(KernelPaths, RealisticWeightsOverPalettesOf1To256) {
       }
 }
 
+TEST(KernelPaths, SignedZerosKeepTheirSigns) {
+  // Sources and matrices of +0, -0 and 1: about one output component in
+  // sixteen is -0 before weighting, which the one-weight kernel must keep
+  // and the weighted sums, starting at +0, must not.
+  const float values[] = {0.0f, -0.0f, -0.0f, 1.0f};
+  for (unsigned int wpv : {1u, 4u, 5u}) {
+    Mesh m = randomMesh(333, wpv, true, 13 + wpv);
+    std::mt19937 rng(wpv);
+    for (zeMatrix44f& mat : m.palette)
+      for (int e = 0; e < 16; ++e) mat[e] = values[rng() % 4];
+    for (zeVec4f& v : m.source) v = zeVec4f(values[rng() % 4], values[rng() % 4], values[rng() % 4], 1.0f);
+    for (unsigned int stride : {12u, 32u}) expectAllPathsAgree(m, stride, 1);
+  }
+}
+
 TEST(KernelPaths, OutputsOverTheSourceGiveTheScalarResult) {
   // Later vertices read earlier outputs.
   Mesh a = randomMesh(37, 4, true, 5);
