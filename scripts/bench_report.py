@@ -22,13 +22,45 @@ def medians(paths):
     return out
 
 
-def cpu_flags():
+def cpu_info():
+    """The first processor's fields in /proc/cpuinfo."""
+    fields = {}
     try:
         with open("/proc/cpuinfo") as f:
-            flags = next(line for line in f if line.startswith("flags")).split()
-        return ", ".join(x for x in ("sse2", "avx2", "avx512f") if x in flags)
-    except (OSError, StopIteration):
+            for line in f:
+                if not line.strip():
+                    break
+                key, _, value = line.partition(":")
+                fields[key.strip()] = value.strip()
+    except OSError:
+        pass
+    return fields
+
+
+def cpu_flags():
+    flags = cpu_info().get("flags", "").split()
+    if not flags:
         return "unknown"
+    have = ", ".join(x for x in ("sse2", "avx2", "fma", "avx512f") if x in flags)
+    return have if "avx512f" in flags else have + "; no AVX-512"
+
+
+def cpu_core():
+    """The core design of an AMD processor, from its family and model, where known."""
+    info = cpu_info()
+    if info.get("vendor_id") != "AuthenticAMD":
+        return ""
+    try:
+        family, model = int(info["cpu family"]), int(info["model"])
+    except (KeyError, ValueError):
+        return ""
+    if family == 23:
+        return "Zen or Zen 2"
+    if family == 25:
+        return "Zen 4" if 0x10 <= model < 0x20 or model >= 0x60 else "Zen 3"
+    if family == 26:
+        return "Zen 5"
+    return ""
 
 
 def load():
@@ -40,14 +72,9 @@ def load():
 
 
 def cpu_model():
-    try:
-        with open("/proc/cpuinfo") as f:
-            for line in f:
-                if line.startswith("model name"):
-                    return line.split(":", 1)[1].strip()
-    except OSError:
-        pass
-    return platform.processor()
+    name = cpu_info().get("model name") or platform.processor()
+    core = cpu_core()
+    return f"{name} ({core})" if core else name
 
 
 def kept_section(path, heading):
