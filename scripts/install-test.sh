@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # install-test.sh [build dir]: builds the libraries, installs them into a
-# temporary prefix and builds and runs the outside program of tests/consumer
+# temporary prefix and builds and runs the outside programs of tests/consumer
 # against that prefix twice: through find_package and through pkg-config.
+# They run without LD_LIBRARY_PATH: the installed libraries find each other.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -21,9 +22,11 @@ echo "== consumer through find_package"
 cmake -S "$root/tests/consumer" -B "$work/cmake" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$work/cmake" >/dev/null
 "$work/cmake/zeConsumer"
+env -u LD_LIBRARY_PATH "$work/cmake/zeMathOnly"
 
 echo "== consumer through pkg-config"
 export PKG_CONFIG_PATH="$prefix/lib/pkgconfig${PKG_CONFIG_PATH:+:$PKG_CONFIG_PATH}"
 cmake -S "$root/tests/consumer" -B "$work/pkgconfig" -DZE_CONSUMER_USE_PKGCONFIG=ON >/dev/null
 cmake --build "$work/pkgconfig" >/dev/null
 "$work/pkgconfig/zeConsumer"
+env -u LD_LIBRARY_PATH "$work/pkgconfig/zeMathOnly"
