@@ -71,6 +71,22 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
   void transformPoints(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept {
     Ops::transformPoints(src, dst, count);
   }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const zeVec3d* src, zeVec3d* dst, unsigned int count) const noexcept {
+    Ops::transformVectors(src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const zeVec3d* src, zeVec3d* dst, unsigned int count) const noexcept {
+    Ops::transformPoints(src, dst, count);
+  }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const zeVec4d* src, zeVec4d* dst, unsigned int count) const noexcept {
+    Ops::transformVectors(src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const zeVec4d* src, zeVec4d* dst, unsigned int count) const noexcept {
+    Ops::transformPoints(src, dst, count);
+  }
 
   /// Splits m into the twelve ZE_MATH_MATRIX_DECOMPOSITION parts (translation,
   /// Euler angles in radians, scale, shear), all taken from m divided by its

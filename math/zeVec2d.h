@@ -22,5 +22,10 @@ class ZEMATH_API zeVec2d : public impl::VecOps<zeVec2d, double, 2> {
   static zeVec2d YVector;     ///< (0, 1)
 };
 
+/// The dot product a.dot(b): every component, summed left to right.
+inline double dot(const zeVec2d& a, const zeVec2d& b) noexcept { return a.dot(b); }
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec2d normalized(const zeVec2d& v) noexcept { return v.normalized(); }
+
 }  // namespace Math
 }  // namespace Lux

@@ -22,5 +22,10 @@ class ZEMATH_API zeVec2f : public impl::VecOps<zeVec2f, float, 2> {
   static zeVec2f YVector;     ///< (0, 1)
 };
 
+/// The dot product a.dot(b): every component, summed left to right.
+inline float dot(const zeVec2f& a, const zeVec2f& b) noexcept { return a.dot(b); }
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec2f normalized(const zeVec2f& v) noexcept { return v.normalized(); }
+
 }  // namespace Math
 }  // namespace Lux

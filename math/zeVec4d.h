@@ -39,5 +39,16 @@ class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d>,
   static zeVec4d TVector;     ///< (0, 0, 0, 1)
 };
 
+/// The dot product a.dot(b): every component, summed left to right.
+inline double dot(const zeVec4d& a, const zeVec4d& b) noexcept { return a.dot(b); }
+/// The cross product a x b over x, y, z (zeVec4d::cross(a, b)); w is 1.
+inline zeVec4d cross(const zeVec4d& a, const zeVec4d& b) noexcept {
+  zeVec4d r;
+  r.cross(a, b);
+  return r;
+}
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec4d normalized(const zeVec4d& v) noexcept { return v.normalized(); }
+
 }  // namespace Math
 }  // namespace Lux

@@ -60,5 +60,16 @@ class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f>, pu
   float unitsPerPixel(const zeVec3f& p) const noexcept { return x * p.x + y * p.y + z * p.z + w; }
 };
 
+/// The dot product a.dot(b): every component, summed left to right.
+inline float dot(const zeVec4f& a, const zeVec4f& b) noexcept { return a.dot(b); }
+/// The cross product a x b over x, y, z (zeVec4f::cross(a, b)); w is 1.
+inline zeVec4f cross(const zeVec4f& a, const zeVec4f& b) noexcept {
+  zeVec4f r;
+  r.cross(a, b);
+  return r;
+}
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec4f normalized(const zeVec4f& v) noexcept { return v.normalized(); }
+
 }  // namespace Math
 }  // namespace Lux

@@ -52,6 +52,12 @@ class ZEMATH_API Matrix44Construction {
     t.y = m(3, 1);
     t.z = m(3, 2);
   }
+  /// (m30, m31, m32), the translation, as a value.
+  V3 getTranslation() const noexcept {
+    V3 t;
+    getTranslation(t);
+    return t;
+  }
   /// The translation of this (row 3) into out: make gives out =
   /// makeTranslation(t); otherwise only out's m30, m31, m32 are written.
   void getTranslation(M& out, bool make) const noexcept {

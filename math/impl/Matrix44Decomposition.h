@@ -34,6 +34,12 @@ class ZEMATH_API Matrix44Decomposition {
   void getScale(M& out, bool make) const noexcept;
   /// The Euler angles of this matrix, the inverse of makeRotationRadians(x, y, z).
   void getRotationRadians(T& x, T& y, T& z) const noexcept;
+  /// The Euler angles (x, y, z) of this matrix, as a value.
+  V3 getRotationRadians() const noexcept {
+    V3 angles;
+    getRotationRadians(angles.x, angles.y, angles.z);
+    return angles;
+  }
   /// m = makeScale(scale, shear), then rotated by the Euler angles, then
   /// translated, all read from the twelve parts (angles in radians). This
   /// matrix is not used.

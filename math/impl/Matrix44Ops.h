@@ -126,6 +126,33 @@ class Matrix44Ops {
     for (int i = 0; i < 16; ++i) data()[i] = a[i] / b[i];
   }
 
+  /// The product this·b (this applies first, then b), by the arithmetic of
+  /// matrixMultiply and of the double class's multiply(a, b), bit for bit.
+  M operator*(const M& b) const noexcept {
+    M product;
+    multiplyInto(product.data(), data(), b.data());
+    return product;
+  }
+  /// this = this·b: b applies after this matrix.
+  M& operator*=(const M& b) noexcept {
+    multiplyInto(data(), data(), b.data());
+    return static_cast<M&>(*this);
+  }
+  /// Every element times s.
+  M operator*(T s) const noexcept {
+    M r;
+    for (int i = 0; i < 16; ++i) r[i] = (*this)[i] * s;
+    return r;
+  }
+  /// Every element times s.
+  friend M operator*(T s, const M& m) noexcept { return m * s; }
+  /// Every element divided by s (a division per element, not a product with 1 / s).
+  M operator/(T s) const noexcept {
+    M r;
+    for (int i = 0; i < 16; ++i) r[i] = (*this)[i] / s;
+    return r;
+  }
+
   /// True when every |m[i] - this[i]| < 5e-7 (the single-precision threshold,
   /// in both classes): absolute, strict, and false for any NaN element.
   bool operator==(const M& m) const noexcept {
@@ -150,6 +177,22 @@ class Matrix44Ops {
   }
   /// dst[i] = src[i] times this matrix in full, no divide; src may be dst.
   void transformPoints(V4* src, V4* dst, unsigned int count) const noexcept {
+    transformPointArray(self(), src, dst, count);
+  }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const V3* src, V3* dst, unsigned int count) const noexcept {
+    transformVectorArray(self(), src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const V3* src, V3* dst, unsigned int count) const noexcept {
+    transformPointArray(self(), src, dst, count);
+  }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const V4* src, V4* dst, unsigned int count) const noexcept {
+    transformVectorArray(self(), src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const V4* src, V4* dst, unsigned int count) const noexcept {
     transformPointArray(self(), src, dst, count);
   }
 

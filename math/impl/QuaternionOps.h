@@ -66,6 +66,32 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
         p.p4 + T(0.5) * (p.p5 - p.p6 - p.p7 + p.p8), p.p2 + T(0.5) * (p.p7 + p.p8 - p.p5 - p.p6));
   }
 
+  /// The Hamilton product this b by the eight-product scheme of multiply()
+  /// above, in the precision of T. The order is that of the matrices: this
+  /// applies first, then b, so getMatrix() of a * b is getMatrix(a) *
+  /// getMatrix(b) up to rounding. For zeQuaternionf it is multiply(a, b) bit
+  /// for bit; zeQuaterniond::multiply keeps its own y and z on purpose, so
+  /// the double class's * is the Hamilton product and multiply() is not.
+  Q operator*(const Q& b) const noexcept {
+    Q product;
+    static_cast<QuaternionOps&>(product).multiply(this->self(), b);
+    return product;
+  }
+  /// this = this * b: b applies after this rotation.
+  Q& operator*=(const Q& b) noexcept { return this->self() = *this * b; }
+  /// Every component times s.
+  Q operator*(T s) const noexcept {
+    const Q& q = this->self();
+    return Q(q.x * s, q.y * s, q.z * s, q.w * s);
+  }
+  /// Every component times s.
+  friend Q operator*(T s, const Q& q) noexcept { return q * s; }
+  /// Every component divided by s (a division per component, not a product with 1 / s).
+  Q operator/(T s) const noexcept {
+    const Q& q = this->self();
+    return Q(q.x / s, q.y / s, q.z / s, q.w / s);
+  }
+
   /// this = (-q.x, -q.y, -q.z, q.w).
   void conjugate(const Q& q) noexcept { set(-q.x, -q.y, -q.z, q.w); }
 
@@ -80,6 +106,13 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   /// factor 2 (this is not normalised): the 3x3 block, m3 = m7 = m11 = 0,
   /// row 3 = (0, 0, 0, 1).
   void getMatrix(M& m) const noexcept;
+  /// The whole rotation matrix of this quaternion (getMatrix(m) of the
+  /// quaternion's own class), as a value.
+  M getMatrix() const noexcept {
+    M m;
+    this->self().getMatrix(m);
+    return m;
+  }
 
   /// Quaternion of the 3x3 block of m: from the trace when it is not negative,
   /// else from the largest diagonal element (ties to the earlier candidate).
