@@ -27,6 +27,7 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
   using Ops = impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d>;
 
  public:
+  /// Leaves the elements uninitialised, as for the built-in types (a trivial constructor).
   zeMatrix44d() = default;
   zeMatrix44d(const zeMatrix44d&) = default;  ///< Copies all sixteen elements.
   /// The matrix with elements m0..m15 in storage order.

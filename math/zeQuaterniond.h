@@ -15,6 +15,7 @@ class ZEMATH_API zeQuaterniond : public impl::QuaternionOps<zeQuaterniond, doubl
   double x, y, z, w;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeQuaterniond() = default;
   /// The quaternion (x, y, z, w).
   constexpr zeQuaterniond(double x_, double y_, double z_, double w_) noexcept : x(x_), y(y_), z(z_), w(w_) {}

@@ -13,6 +13,7 @@ class ZEMATH_API zeVec2d : public impl::VecOps<zeVec2d, double, 2> {
   double x, y;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec2d() = default;
   /// The vector (x, y).
   constexpr zeVec2d(double x_, double y_) noexcept : x(x_), y(y_) {}

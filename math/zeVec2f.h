@@ -13,6 +13,7 @@ class ZEMATH_API zeVec2f : public impl::VecOps<zeVec2f, float, 2> {
   float x, y;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec2f() = default;
   /// The vector (x, y).
   constexpr zeVec2f(float x_, float y_) noexcept : x(x_), y(y_) {}

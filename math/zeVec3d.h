@@ -17,6 +17,7 @@ class ZEMATH_API zeVec3d : public impl::Vec3Ops<zeVec3d, double, zeMatrix44d>,
   double x, y, z;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec3d() = default;
   /// The vector (x, y, z).
   constexpr zeVec3d(double x_, double y_, double z_) noexcept : x(x_), y(y_), z(z_) {}

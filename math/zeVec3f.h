@@ -16,6 +16,7 @@ class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f>, pu
   float x, y, z;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec3f() = default;
   /// The vector (x, y, z).
   constexpr zeVec3f(float x_, float y_, float z_) noexcept : x(x_), y(y_), z(z_) {}

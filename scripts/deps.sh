@@ -2,7 +2,7 @@
 # Installs, with apt-get, what building and testing the project need, when
 # something is missing. With "bench" it also checks for Google Benchmark, GLM,
 # Eigen, gnuplot and python3;
-# with "docs", for Doxygen.
+# with "docs", for Doxygen, clang-14 and python3.
 set -euo pipefail
 
 need=()
@@ -16,6 +16,9 @@ command -v make >/dev/null 2>&1 || need+=(make)
 command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
 if [ "${1:-}" = docs ]; then
   command -v doxygen >/dev/null 2>&1 || need+=(doxygen)
+  # The reference's completeness check reads the headers' syntax tree.
+  command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
+  command -v python3 >/dev/null 2>&1 || need+=(python3)
 fi
 if [ "${1:-}" = bench ]; then
   [ -f /usr/include/benchmark/benchmark.h ] || need+=(libbenchmark-dev)

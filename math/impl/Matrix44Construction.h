@@ -30,6 +30,9 @@ inline void concatenate(M& dst, const M& a, const M& b) noexcept {
   M::copyMatrix(dst.data(), product.data());
 }
 
+/// Translation, scale, shear, rotation and look-at construction of the float
+/// and double 4x4 matrices, alone or before (pre...) or after (post...) the
+/// matrix's transform.
 template <class M, class T, class V3, class V4>
 class ZEMATH_API Matrix44Construction {
  public:

@@ -21,6 +21,8 @@ namespace Lux {
 namespace Math {
 namespace impl {
 
+/// Decomposition into translation, rotation, scale and shear, and composition
+/// from them, of the float and double 4x4 matrices.
 template <class M, class T, class V3, class V4>
 class ZEMATH_API Matrix44Decomposition {
  public:

@@ -74,10 +74,13 @@ inline void productInto<double>(double* r, const double* a, const double* b) noe
 }
 #endif
 
+/// Layout, element access, arithmetic, products, comparison and array
+/// transforms of the float and double 4x4 matrices. M is the concrete matrix,
+/// T its scalar, V3 and V4 its vectors.
 template <class M, class T, class V3, class V4>
 class Matrix44Ops {
  public:
-  using Scalar = T;
+  using Scalar = T;  ///< The element type.
 
   /// The sixteen elements, row by row.
   T* data() noexcept { return reinterpret_cast<T*>(static_cast<M*>(this)); }
@@ -207,6 +210,7 @@ class Matrix44Ops {
   }
 
  protected:
+  /// This object as the concrete matrix type.
   const M& self() const noexcept { return *static_cast<const M*>(this); }
 
   /// dst = a·b; when dst is a or b the product goes through a temporary.

@@ -19,6 +19,8 @@ namespace Lux {
 namespace Math {
 namespace impl {
 
+/// Orthographic and perspective projections of the float and double 4x4
+/// matrices, the frustum read back, and the planes of the view volume.
 template <class M, class T, class V3, class V4>
 class ZEMATH_API Matrix44Projection {
  public:

@@ -54,6 +54,9 @@ inline void writeIdentityBorder(T* m) noexcept {
   m[15] = T(1);
 }
 
+/// The operations of the float and double quaternions: algebra, conversion to
+/// and from matrices and Euler angles, interpolation. Q is the concrete
+/// quaternion, T its scalar, M its matrix.
 template <class Q, class T, class M>
 class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
  public:
@@ -157,7 +160,12 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
 
   /// The eight products shared by both multiplication forms.
   struct Products {
+    ///@{ P1 = (w1 + x1)(w2 + x2), P2 = (z1 - y1)(y2 - z2), P3 = (w1 - x1)(y2 + z2),
+    /// P4 = (y1 + z1)(w2 - x2), P5 = (x1 + z1)(x2 + y2), P6 = (x1 - z1)(x2 - y2),
+    /// P7 = (w1 + y1)(w2 - z2), P8 = (w1 - y1)(w2 + z2).
     T p1, p2, p3, p4, p5, p6, p7, p8;
+    ///@}
+    /// The eight products of a = (x1, y1, z1, w1) and b = (x2, y2, z2, w2).
     Products(const Q& a, const Q& b) noexcept
         : p1((a.w + a.x) * (b.w + b.x)),
           p2((a.z - a.y) * (b.y - b.z)),
@@ -191,6 +199,7 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
     set(a.x * s0 - b.y * s1, a.y * s0 + b.x * s1, a.z * s0 - b.w * s1, a.w * s0 + b.z * s1);
   }
 
+  /// this = (x, y, z, w).
   void set(T x, T y, T z, T w) noexcept {
     Q& q = this->self();
     q.x = x;

@@ -24,8 +24,8 @@ namespace impl {
 template <class V, class T, int N>
 class VecAccess {
  public:
-  using Scalar = T;
-  static constexpr int kComponentCount = N;
+  using Scalar = T;                          ///< The component type.
+  static constexpr int kComponentCount = N;  ///< The number of components.
 
   /// Pointer to the first of the N contiguous components.
   T* data() noexcept { return reinterpret_cast<T*>(static_cast<V*>(this)); }
@@ -37,7 +37,9 @@ class VecAccess {
   const T& operator[](int i) const noexcept { return data()[i]; }
 
  protected:
+  /// This object as the concrete vector type.
   V& self() noexcept { return *static_cast<V*>(this); }
+  /// This object as the concrete vector type.
   const V& self() const noexcept { return *static_cast<const V*>(this); }
 };
 
@@ -214,6 +216,7 @@ class Vec3Ops : public VecOps<V, T, 3> {
   }
 
  protected:
+  /// this = (x, y, z).
   void set(T x, T y, T z) noexcept {
     V& r = this->self();
     r.x = x;
@@ -278,6 +281,7 @@ class Vec4Ops : public VecOps<V, T, 4> {
     return n;
   }
 
+  /// this = (x, y, z, w).
   void set(T x, T y, T z, T w) noexcept {
     V& r = this->self();
     r.x = x;
