@@ -3,6 +3,7 @@
 # temporary prefix and builds and runs the outside programs of tests/consumer
 # against that prefix twice: through find_package and through pkg-config.
 # They run without LD_LIBRARY_PATH: the installed libraries find each other.
+# Then every example of docs/guide.md is built against the prefix and run.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -30,3 +31,8 @@ cmake -S "$root/tests/consumer" -B "$work/pkgconfig" -DZE_CONSUMER_USE_PKGCONFIG
 cmake --build "$work/pkgconfig" >/dev/null
 "$work/pkgconfig/zeConsumer"
 env -u LD_LIBRARY_PATH "$work/pkgconfig/zeMathOnly"
+
+# The guide's examples, each built as printed against the prefix through
+# find_package and run, their output compared with the guide's.
+echo "== the guide's examples against the prefix"
+python3 "$root/scripts/guide-examples.py" --prefix "$prefix" "$work/guide"
