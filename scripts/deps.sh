@@ -14,6 +14,8 @@ command -v make >/dev/null 2>&1 || need+=(make)
 [ -f /usr/include/CLI/CLI.hpp ] || need+=(libcli11-dev)
 [ -f /usr/include/png.h ] || need+=(libpng-dev)
 command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
+# The guide's examples are extracted, built and run by a python3 script.
+command -v python3 >/dev/null 2>&1 || need+=(python3)
 if [ "${1:-}" = docs ]; then
   command -v doxygen >/dev/null 2>&1 || need+=(doxygen)
   # The reference's completeness check reads the headers' syntax tree.
