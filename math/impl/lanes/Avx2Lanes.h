@@ -10,6 +10,8 @@
 
 #include <immintrin.h>
 
+#include <cstring>
+
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -40,14 +42,15 @@ struct Avx2Float {
   /// The low halves of a and b, and their high halves.
   static F lowHalves(F a, F b) { return _mm256_permute2f128_ps(a, b, 0x20); }
   static F highHalves(F a, F b) { return _mm256_permute2f128_ps(a, b, 0x31); }
-  /// Lanes 0 to 2 of the low half to lo, of the high half to hi; nothing
-  /// after them is written.
+  /// Lanes 0 to 2 of the low half to lo, of the high half to hi, which
+  /// need not be aligned; nothing after them is written.
   static void store3Halves(T* lo, T* hi, F v) {
     const __m128 l = _mm256_castps256_ps128(v), h = _mm256_extractf128_ps(v, 1);
+    const T z[2] = {_mm_cvtss_f32(_mm_movehl_ps(l, l)), _mm_cvtss_f32(_mm_movehl_ps(h, h))};
     _mm_storel_pi(reinterpret_cast<__m64*>(lo), l);
-    _mm_store_ss(lo + 2, _mm_movehl_ps(l, l));
+    std::memcpy(lo + 2, &z[0], sizeof z[0]);
     _mm_storel_pi(reinterpret_cast<__m64*>(hi), h);
-    _mm_store_ss(hi + 2, _mm_movehl_ps(h, h));
+    std::memcpy(hi + 2, &z[1], sizeof z[1]);
   }
   /// Non-temporal store to 32-byte aligned p; fence() orders it.
   static void stream(T* p, F v) { _mm256_stream_ps(p, v); }

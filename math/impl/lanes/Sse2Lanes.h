@@ -10,6 +10,8 @@
 
 #include <emmintrin.h>
 
+#include <cstring>
+
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -29,10 +31,12 @@ struct Sse2Float {
   static F set1(T v) { return _mm_set1_ps(v); }
   static F load(const T* p) { return _mm_loadu_ps(p); }
   static void store(T* p, F v) { _mm_storeu_ps(p, v); }
-  /// Lanes 0 to 2 to p; nothing after them is written.
+  /// Lanes 0 to 2 to p, which need not be aligned; nothing after them is
+  /// written.
   static void store3(T* p, F v) {
     _mm_storel_pi(reinterpret_cast<__m64*>(p), v);
-    _mm_store_ss(p + 2, _mm_movehl_ps(v, v));
+    const T z = _mm_cvtss_f32(_mm_movehl_ps(v, v));
+    std::memcpy(p + 2, &z, sizeof z);
   }
   /// Non-temporal store to 16-byte aligned p; fence() orders it.
   static void stream(T* p, F v) { _mm_stream_ps(p, v); }
