@@ -1,20 +1,35 @@
-// Skinning per frame: the library's kernels (the plain scalar loop, each
-// instruction-set path and the published function) against the same work
-// written with GLM and with Eigen, for 1 to 4 influences over a 64-matrix
-// palette, 10k and 1M vertices, output strides 12 and 32; the one-weight
-// kernel; and the published kernel on two threads, each skinning its half.
+// Skinning per frame, on weights shaped like exported characters (each
+// vertex counts 1 to 4 of its influences, the others weigh exactly 0) and,
+// reported apart, on weights that all count: the plain scalar loop, each
+// instruction-set path and the published function, against the same work
+// written with GLM and with Eigen, and against the memory limit: a loop that
+// moves exactly the bytes the kernel moves (sources, weights and indices
+// read, 12 bytes written per vertex at the stride) and does nothing else,
+// with normal and with non-temporal stores. 1 to 4 influences over a
+// 64-matrix palette, 10k and 1M vertices, output strides 12 and 32; the
+// one-weight kernel; the published kernel on two threads, each skinning its
+// half.
 //
-// Benchmark names: Skin/<variant>/<influences>/<vertices>/<stride>.
+// Benchmark names: Skin/<variant>/<real|all>/<influences>/<vertices>/<stride>,
+// Skin/<Limit|LimitNT>/<influences>/<vertices>/<stride>,
+// OneWeight/<variant|Limit|LimitNT>/1/<vertices>/<stride>.
 
+#include <cstdint>
 #include <cstring>
-#include <random>
+#include <map>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include <math/ZEMath.h>
 #include <math/kernels/impl/BlendingPaths.h>
+
+#include "MemoryLimit.h"
+#include "SkinningMeshes.h"
 
 #ifdef ZEMATH_BENCH_GLM
 #include <glm/glm.hpp>
@@ -24,97 +39,113 @@
 #endif
 
 using namespace Lux::Math;
+using zebench::SkinningMesh;
+using zebench::SkinWeights;
 
 namespace {
 
-struct Mesh {
-  Mesh(unsigned int count, unsigned int influences, unsigned int stride)
-      : count(count),
-        influences(influences),
-        stride(stride),
-        source(count),
-        weights(count * influences),
-        indices(count * influences),
-        palette(64),
-        out(std::size_t(count) * stride / sizeof(float) + 4) {
-    std::mt19937 rng(1234);
-    std::uniform_real_distribution<float> value(-2.0f, 2.0f);
-    std::uniform_int_distribution<int> index(0, 63);
-    for (zeMatrix44f& m : palette) {
-      for (int e = 0; e < 16; ++e) m[e] = value(rng);
-      m(0, 3) = m(1, 3) = m(2, 3) = 0.0f;
-      m(3, 3) = 1.0f;
-    }
-    for (zeVec4f& v : source) v = zeVec4f(value(rng), value(rng), value(rng), 1.0f);
-    for (unsigned int i = 0; i < count; ++i) {
-      float total = 0.0f;
-      for (unsigned int k = 0; k < influences; ++k) {
-        const float w = 0.25f + 0.5f * (value(rng) + 2.0f) / 4.0f;
-        weights[i * influences + k] = w;
-        total += w;
-        indices[i * influences + k] = static_cast<unsigned char>(index(rng));
-      }
-      for (unsigned int k = 0; k < influences; ++k) weights[i * influences + k] /= total;
-    }
-  }
-  zeVec3f* destination(unsigned int first = 0) {
-    return reinterpret_cast<zeVec3f*>(reinterpret_cast<unsigned char*>(out.data()) + std::size_t(first) * stride);
-  }
-  unsigned int count, influences, stride;
-  std::vector<zeVec4f> source;
-  std::vector<float> weights;
-  std::vector<unsigned char> indices;
-  std::vector<zeMatrix44f> palette;
-  std::vector<float> out;
+constexpr unsigned int kPalette = 64;
+
+/// Guards the meshes and outputs made on first use (threaded benchmarks
+/// start together).
+std::mutex made;
+
+/// A mesh of {influences, vertices} and its weights, made once.
+const SkinningMesh& meshFor(int influences, int count, SkinWeights kind) {
+  const std::lock_guard<std::mutex> lock(made);
+  static std::map<std::tuple<int, int, int>, std::unique_ptr<SkinningMesh>> meshes;
+  std::unique_ptr<SkinningMesh>& m = meshes[std::make_tuple(influences, count, int(kind))];
+  if (!m)
+    m = std::make_unique<SkinningMesh>(
+        zebench::makeSkinningMesh(unsigned(count), unsigned(influences), kPalette, kind));
+  return *m;
+}
+
+/// Room for `count` outputs `stride` bytes apart, from a 64-byte boundary, made once.
+unsigned char* outputsFor(int count, int stride) {
+  const std::lock_guard<std::mutex> lock(made);
+  static std::map<std::pair<int, int>, std::vector<unsigned char>> outputs;
+  std::vector<unsigned char>& bytes = outputs[std::make_pair(count, stride)];
+  if (bytes.empty()) bytes.resize(std::size_t(count) * unsigned(stride) + 64);
+  const std::uintptr_t at = reinterpret_cast<std::uintptr_t>(bytes.data());
+  return bytes.data() + (64 - at % 64) % 64;
+}
+
+/// The inputs and outputs of a benchmark's arguments {influences, vertices, stride}.
+struct Skin {
+  Skin(const benchmark::State& state, SkinWeights kind)
+      : mesh(meshFor(int(state.range(0)), int(state.range(1)), kind)),
+        stride(unsigned(state.range(2))),
+        bytes(outputsFor(int(state.range(1)), int(state.range(2)))) {}
+  unsigned char* out(unsigned int first = 0) const { return bytes + std::size_t(first) * stride; }
+  zeVec3f* destination(unsigned int first = 0) const { return reinterpret_cast<zeVec3f*>(out(first)); }
+  const SkinningMesh& mesh;
+  unsigned int stride;
+  unsigned char* bytes;
 };
 
-Mesh& meshFor(unsigned int count, unsigned int influences, unsigned int stride) {
-  static std::vector<Mesh*> meshes;
-  for (Mesh* m : meshes)
-    if (m->count == count && m->influences == influences && m->stride == stride) return *m;
-  meshes.push_back(new Mesh(count, influences, stride));
-  return *meshes.back();
+void setCounters(benchmark::State& state, unsigned int count) {
+  state.SetItemsProcessed(std::int64_t(state.iterations()) * count);
 }
 
-void setCounters(benchmark::State& state, const Mesh& m) {
-  state.SetItemsProcessed(std::int64_t(state.iterations()) * m.count);
-}
-
-void kernel(benchmark::State& state, impl::BlendPathFunction f) {
-  Mesh& m = meshFor(unsigned(state.range(1)), unsigned(state.range(0)), unsigned(state.range(2)));
+void kernel(benchmark::State& state, impl::BlendPathFunction f, SkinWeights kind) {
+  const Skin s(state, kind);
+  const SkinningMesh& m = s.mesh;
   for (auto _ : state) {
-    f(m.source.data(), m.count, m.weights.data(), m.indices.data(), m.influences, m.palette.data(), m.destination(),
-      m.stride);
+    f(m.source.data(), m.count, m.weights.data(), m.indices.data(), m.influences, m.palette.data(), s.destination(),
+      s.stride);
     benchmark::ClobberMemory();
   }
-  setCounters(state, m);
+  setCounters(state, m.count);
+}
+
+// A published kernel, labelled with the path it runs.
+void published(benchmark::State& state, impl::BlendPathFunction f, SkinWeights kind) {
+  state.SetLabel(zePathName(ZE_MATH_PATH_FAMILY_SKINNING));
+  kernel(state, f, kind);
+}
+
+// The bytes a kernel moves, and nothing else: the weighted kernel's, or
+// with `oneWeight` those of the kernel that reads no weights.
+void limit(benchmark::State& state, zebench::LimitStores stores, bool oneWeight) {
+  const Skin s(state, SkinWeights::kRealistic);
+  const SkinningMesh& m = s.mesh;
+  const zebench::ReadStream streams[] = {{m.source.data(), sizeof(zeVec4f)},
+                                         {m.indices.data(), m.influences},
+                                         {m.weights.data(), m.influences * sizeof(float)}};
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(zebench::memoryLimit(streams, oneWeight ? 2 : 3, m.count, s.out(), s.stride, stores));
+    benchmark::ClobberMemory();
+  }
+  setCounters(state, m.count);
 }
 
 // Each thread skins its half of the mesh through the published pointer.
 void twoThreads(benchmark::State& state) {
-  Mesh& m = meshFor(unsigned(state.range(1)), unsigned(state.range(0)), unsigned(state.range(2)));
+  const Skin s(state, SkinWeights::kRealistic);
+  const SkinningMesh& m = s.mesh;
   const unsigned int half = m.count / 2;
   const unsigned int first = state.thread_index() == 0 ? 0 : half;
   const unsigned int n = state.thread_index() == 0 ? half : m.count - half;
   const zeVectorBlending::BlendingFunction f = zeVectorBlending::_vectorBlendingFunction;
   for (auto _ : state) {
     f(m.source.data() + first, n, m.weights.data() + std::size_t(first) * m.influences,
-      m.indices.data() + std::size_t(first) * m.influences, m.influences, m.palette.data(), m.destination(first),
-      m.stride);
+      m.indices.data() + std::size_t(first) * m.influences, m.influences, m.palette.data(), s.destination(first),
+      s.stride);
     benchmark::ClobberMemory();
   }
-  state.SetItemsProcessed(std::int64_t(state.iterations()) * n);
+  setCounters(state, n);
 }
 
 #ifdef ZEMATH_BENCH_GLM
 // What a GLM user writes: column vectors, so the library's row-vector
 // matrices are used transposed; same threshold test.
-void glmLoop(benchmark::State& state) {
-  Mesh& m = meshFor(unsigned(state.range(1)), unsigned(state.range(0)), unsigned(state.range(2)));
+void glmLoop(benchmark::State& state, SkinWeights kind) {
+  const Skin s(state, kind);
+  const SkinningMesh& m = s.mesh;
   std::vector<glm::mat4> palette(m.palette.size());
   for (std::size_t j = 0; j < palette.size(); ++j)
     for (int e = 0; e < 16; ++e) palette[j][e / 4][e % 4] = m.palette[j][e];
-  unsigned char* out = reinterpret_cast<unsigned char*>(m.out.data());
   for (auto _ : state) {
     const float* w = m.weights.data();
     const unsigned char* idx = m.indices.data();
@@ -123,21 +154,21 @@ void glmLoop(benchmark::State& state) {
       glm::vec3 sum(0.0f);
       for (unsigned int k = 0; k < m.influences; ++k, ++w, ++idx)
         if (*w > zeBlendWeightThreshold) sum += glm::vec3(palette[*idx] * p) * *w;
-      std::memcpy(out + std::size_t(i) * m.stride, &sum, 12);
+      std::memcpy(s.out(i), &sum, 12);
     }
     benchmark::ClobberMemory();
   }
-  setCounters(state, m);
+  setCounters(state, m.count);
 }
 #endif
 
 #ifdef ZEMATH_BENCH_EIGEN
 // What an Eigen user writes: affine transforms applied to column vectors.
-void eigenLoop(benchmark::State& state) {
-  Mesh& m = meshFor(unsigned(state.range(1)), unsigned(state.range(0)), unsigned(state.range(2)));
+void eigenLoop(benchmark::State& state, SkinWeights kind) {
+  const Skin s(state, kind);
+  const SkinningMesh& m = s.mesh;
   std::vector<Eigen::Matrix4f> palette(m.palette.size());
   for (std::size_t j = 0; j < palette.size(); ++j) std::memcpy(palette[j].data(), m.palette[j].data(), 64);
-  unsigned char* out = reinterpret_cast<unsigned char*>(m.out.data());
   for (auto _ : state) {
     const float* w = m.weights.data();
     const unsigned char* idx = m.indices.data();
@@ -146,11 +177,11 @@ void eigenLoop(benchmark::State& state) {
       Eigen::Vector3f sum = Eigen::Vector3f::Zero();
       for (unsigned int k = 0; k < m.influences; ++k, ++w, ++idx)
         if (*w > zeBlendWeightThreshold) sum += (palette[*idx] * p).head<3>() * *w;
-      std::memcpy(out + std::size_t(i) * m.stride, sum.data(), 12);
+      std::memcpy(s.out(i), sum.data(), 12);
     }
     benchmark::ClobberMemory();
   }
-  setCounters(state, m);
+  setCounters(state, m.count);
 }
 #endif
 
@@ -165,27 +196,49 @@ void oneWeightShapes(benchmark::internal::Benchmark* b) {
     for (int stride : {12, 32}) b->Args({1, count, stride});
 }
 
+const struct {
+  const char* name;
+  SkinWeights kind;
+} kWeights[] = {{"real", SkinWeights::kRealistic}, {"all", SkinWeights::kAllCounting}};
+
 }  // namespace
 
 int main(int argc, char** argv) {
   zeVectorBlending::userRegister();
-  benchmark::RegisterBenchmark("Skin/Scalar", &kernel, &impl::blendScalar)->Apply(shapes);
   const impl::PathTable<impl::BlendKernels>& paths = impl::blendPaths();
-  for (unsigned int i = 1; i < paths.count(); ++i) {
-    const impl::BlendPath& p = paths.path(i);
-    if (paths.available(i))
-      benchmark::RegisterBenchmark((std::string("Skin/") + p.name).c_str(), &kernel, p.weighted)->Apply(shapes);
-  }
-  benchmark::RegisterBenchmark("Skin/Published", &kernel, zeVectorBlending::_vectorBlendingFunction)->Apply(shapes);
-  benchmark::RegisterBenchmark("Skin/PublishedTwoThreads", &twoThreads)->Apply(shapes)->Threads(2)->UseRealTime();
+  for (const auto& w : kWeights) {
+    const std::string tail = std::string("/") + w.name;
+    benchmark::RegisterBenchmark(("Skin/Scalar" + tail).c_str(), &kernel, &impl::blendScalar, w.kind)->Apply(shapes);
+    for (unsigned int i = 1; i < paths.count(); ++i)
+      if (paths.available(i))
+        benchmark::RegisterBenchmark(("Skin/" + std::string(paths.path(i).name) + tail).c_str(), &kernel,
+                                     paths.path(i).weighted, w.kind)
+            ->Apply(shapes);
+    benchmark::RegisterBenchmark(("Skin/Published" + tail).c_str(), &published,
+                                 zeVectorBlending::_vectorBlendingFunction, w.kind)
+        ->Apply(shapes);
 #ifdef ZEMATH_BENCH_GLM
-  benchmark::RegisterBenchmark("Skin/GLM", &glmLoop)->Apply(shapes);
+    benchmark::RegisterBenchmark(("Skin/GLM" + tail).c_str(), &glmLoop, w.kind)->Apply(shapes);
 #endif
 #ifdef ZEMATH_BENCH_EIGEN
-  benchmark::RegisterBenchmark("Skin/Eigen", &eigenLoop)->Apply(shapes);
+    benchmark::RegisterBenchmark(("Skin/Eigen" + tail).c_str(), &eigenLoop, w.kind)->Apply(shapes);
 #endif
-  benchmark::RegisterBenchmark("OneWeight/Scalar", &kernel, &impl::blendOneWeightScalar)->Apply(oneWeightShapes);
-  benchmark::RegisterBenchmark("OneWeight/Published", &kernel, zeVectorBlending::_vectorBlendingOneWeightFunction)
+  }
+  benchmark::RegisterBenchmark("Skin/Limit", &limit, zebench::LimitStores::kNormal, false)->Apply(shapes);
+  benchmark::RegisterBenchmark("Skin/LimitNT", &limit, zebench::LimitStores::kNonTemporal, false)->Apply(shapes);
+  benchmark::RegisterBenchmark("Skin/PublishedTwoThreads/real", &twoThreads)->Apply(shapes)->Threads(2)->UseRealTime();
+  benchmark::RegisterBenchmark("OneWeight/Scalar", &kernel, &impl::blendOneWeightScalar, SkinWeights::kRealistic)
+      ->Apply(oneWeightShapes);
+  for (unsigned int i = 1; i < paths.count(); ++i)
+    if (paths.available(i))
+      benchmark::RegisterBenchmark(("OneWeight/" + std::string(paths.path(i).name)).c_str(), &kernel,
+                                   paths.path(i).oneWeight, SkinWeights::kRealistic)
+          ->Apply(oneWeightShapes);
+  benchmark::RegisterBenchmark("OneWeight/Limit", &limit, zebench::LimitStores::kNormal, true)->Apply(oneWeightShapes);
+  benchmark::RegisterBenchmark("OneWeight/LimitNT", &limit, zebench::LimitStores::kNonTemporal, true)
+      ->Apply(oneWeightShapes);
+  benchmark::RegisterBenchmark("OneWeight/Published", &published, zeVectorBlending::_vectorBlendingOneWeightFunction,
+                               SkinWeights::kRealistic)
       ->Apply(oneWeightShapes);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;

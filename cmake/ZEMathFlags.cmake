@@ -1,11 +1,16 @@
 # Compile flags shared by every target of the project.
 #
 # Results must follow the written order of floating-point operations bit for
-# bit, so contraction into fused multiply-add is off and no fast-math style
-# flag is ever added.
+# bit, so contraction into fused multiply-add is off in every build type and
+# no fast-math style flag is ever added. The optimisation level is the build
+# type's own (CMAKE_BUILD_TYPE, Release when none is given): a Debug build is
+# not optimised, and gives the same bits.
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type (Debug, Release, RelWithDebInfo, MinSizeRel)" FORCE)
+endif()
+
 add_library(zemath_flags INTERFACE)
 target_compile_options(zemath_flags INTERFACE
-  -O2
   -ffp-contract=off
   -Wall -Wextra
   -Wno-invalid-offsetof)

@@ -4,11 +4,13 @@
 # Each flag set matches what the run-time detection calls that level
 # (math/zeInstructionSet.cpp): a unit built for a level runs only where the
 # detected level is at least that one. -O3 lets the short loops over lanes
-# unroll into registers. Nothing here may add a fused multiply-add or a
+# unroll into registers (a Debug build leaves them unoptimised like the rest).
+# Nothing here may add a fused multiply-add or a
 # fast-math flag: every lane follows the scalar order of operations.
-set(ZEMATH_ISA_FLAGS_sse2 -O3)
-set(ZEMATH_ISA_FLAGS_avx2 -O3 -mavx2)
-set(ZEMATH_ISA_FLAGS_avx512 -O3 -mavx512f -mavx512vl -mavx512bw -mavx512dq)
+set(ze_isa_opt "$<$<NOT:$<CONFIG:Debug>>:-O3>")
+set(ZEMATH_ISA_FLAGS_sse2 ${ze_isa_opt})
+set(ZEMATH_ISA_FLAGS_avx2 ${ze_isa_opt} -mavx2)
+set(ZEMATH_ISA_FLAGS_avx512 ${ze_isa_opt} -mavx512f -mavx512vl -mavx512bw -mavx512dq)
 
 # For the tests only, never for an installed library: the AVX-512 unit is
 # built for AVX2 with its intrinsics emulated (tests/support/EmulatedAvx512.h,

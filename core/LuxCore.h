@@ -8,6 +8,7 @@
 #include "core/__internalObjectList.h"
 #include "core/zeBayRegister.h"
 #include "core/zeClassRegistration.h"
+#include "core/zeCreate.h"
 #include "core/zeDataList.h"
 #include "core/zeDirectory.h"
 #include "core/zeDoubleMetaField.h"

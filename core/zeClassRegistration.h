@@ -18,7 +18,9 @@
 /// `bayRegister()`, `bayRegisterInternal()`, `retrieveVTablePointer()`,
 /// `getClassMeta()`, `getClassMetaSafe()` and `_instantiateFromPool()`; field
 /// types also `_MetaField`, `bayRegisterMetaValidate()` and the virtual
-/// `getGenericMetaField()`. Each static carries the export macro of the
+/// `getGenericMetaField()`. The class's constructor is protected: programs
+/// make objects with `Lux::zeCreate<Lamp>(pool)` (core/zeCreate.h), and a
+/// `Lamp` on the stack or from `new` does not compile. Each static carries the export macro of the
 /// library that defines the class, so every module sees the one `_Meta`.
 /// `LIBRARY_INIT` is the defining library's one-time initialisation, run
 /// first by every `bayRegisterInternal()`.
@@ -29,6 +31,7 @@
 
 #include "core/BayCore.h"
 #include "core/zeBayRegister.h"
+#include "core/zeCreate.h"
 #include "core/zeMetaObject.h"
 #include "core/zeObject.h"
 
@@ -61,15 +64,21 @@ void* zeRetrieveVTablePointer() {
 
 }  // namespace Lux
 
-/// Registration statics of class C, exported with API. Leaves access public.
-#define ZE_DECLARE_CLASS(API, C)                                \
- public:                                                        \
-  API static ::Lux::zeMetaObject* _Meta;                        \
-  API static void bayRegister();                                \
-  API static ::Lux::zeRegistrationResult bayRegisterInternal(); \
-  API static void* retrieveVTablePointer();                     \
-  API static ::Lux::zeMetaObject* getClassMeta();               \
-  API static ::Lux::zeMetaObject* getClassMetaSafe();           \
+/// Registration statics of class C, exported with API, and its constructor,
+/// which is protected: only the class descriptor makes objects (classes
+/// derived from C construct it as their base). Leaves access public.
+#define ZE_DECLARE_CLASS(API, C)                                                                                 \
+ protected:                                                                                                      \
+  C() = default; /* Objects of registered classes are made by their class descriptor: Lux::zeCreate<C>(pool). */ \
+  friend void* ::Lux::zeRetrieveVTablePointer<C>();                                                              \
+                                                                                                                 \
+ public:                                                                                                         \
+  API static ::Lux::zeMetaObject* _Meta;                                                                         \
+  API static void bayRegister();                                                                                 \
+  API static ::Lux::zeRegistrationResult bayRegisterInternal();                                                  \
+  API static void* retrieveVTablePointer();                                                                      \
+  API static ::Lux::zeMetaObject* getClassMeta();                                                                \
+  API static ::Lux::zeMetaObject* getClassMetaSafe();                                                            \
   API static ::Lux::zeObject* _instantiateFromPool(::Lux::zeMemoryPool* pool);
 
 /// Registration statics of field-type class C (derived from zeMetaField).

@@ -16,8 +16,6 @@ class LUXCORE_API zeDataList : public zeObject {
   ZE_DECLARE_FIELD_SLOT(LUXCORE_API, _data)
 
  public:
-  zeDataList() : _count(0), _capacity(0), _data(nullptr) {}
-
   /// Bytes per element.
   virtual unsigned int getElementSize() const = 0;
 
@@ -53,9 +51,9 @@ class LUXCORE_API zeDataList : public zeObject {
   static void bayRegisterInitialize();
 
   // The storage header, in this order (change it through the members above).
-  int _count;     ///< Number of elements in use.
-  int _capacity;  ///< Number of elements the storage holds.
-  void* _data;    ///< The element storage, or null.
+  int _count = 0;         ///< Number of elements in use.
+  int _capacity = 0;      ///< Number of elements the storage holds.
+  void* _data = nullptr;  ///< The element storage, or null.
 };
 
 }  // namespace Lux

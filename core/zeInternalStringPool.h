@@ -17,6 +17,7 @@ class LUXCORE_API zeInternalStringPool {
   /// (getDefault() creates it).
   static zeInternalStringPool* _defaultStringPool;
 
+  /// An empty pool.
   zeInternalStringPool() = default;
   zeInternalStringPool(const zeInternalStringPool&) = delete;
   zeInternalStringPool& operator=(const zeInternalStringPool&) = delete;

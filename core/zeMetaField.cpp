@@ -31,23 +31,6 @@ void zeMetaField::bayRegisterInitialize() {
   _Meta->registerClassDestructor(&releaseMetaFieldList);
 }
 
-zeMetaField::zeMetaField()
-    : _offset(0),
-      _name(nullptr),
-      _typeIndex(0),
-      _size(0),
-      _alignment(0),
-      _resetMethod(kResetByValue),
-      _copyMethod(kCopyByValue),
-      _publishSlot(nullptr),
-      _defaultMemory(nullptr),
-      _ownerClass(nullptr),
-      _compareMethod(kCompareExactly),
-      _ioForm(0),
-      _reservedFlags{},
-      _defaultBytes(0),
-      _reserved{} {}
-
 zeMetaField::~zeMetaField() {
   zeInternalStringPool::releaseString(_name);
   _name = nullptr;

@@ -38,8 +38,6 @@ class LUXCORE_API zeMetaField : public zeObject {
   /// its position here. Exists while zeMetaField is registered.
   static __internalObjectList* _MetaFieldList;
 
-  /// A descriptor with no name, type, size or default (all zero).
-  zeMetaField();
   /// Releases the pooled name (the retrieveVTablePointer path; registered
   /// objects are destroyed through internalRelease()).
   ~zeMetaField();
@@ -225,21 +223,22 @@ class LUXCORE_API zeMetaField : public zeObject {
 
   // The descriptor's state, laid out behind the 20-byte object header so the
   // base ends at byte 88.
-  int _offset;
-  const char* _name;
-  unsigned short _typeIndex;
-  unsigned short _size;
-  unsigned short _alignment;
-  unsigned char _resetMethod;
-  unsigned char _copyMethod;
-  zeMetaField** _publishSlot;
-  void* _defaultMemory;
-  zeMetaObject* _ownerClass;
-  unsigned char _compareMethod;
-  unsigned char _ioForm;  // 1: variable stored size
-  [[maybe_unused]] unsigned char _reservedFlags[2];
-  unsigned int _defaultBytes;           // bytes of _defaultMemory
-  [[maybe_unused]] void* _reserved[2];  // keeps the base at 88 bytes as it grows
+  // A new descriptor has no name, type, size or default (all zero).
+  int _offset = 0;
+  const char* _name = nullptr;
+  unsigned short _typeIndex = 0;
+  unsigned short _size = 0;
+  unsigned short _alignment = 0;
+  unsigned char _resetMethod = kResetByValue;
+  unsigned char _copyMethod = kCopyByValue;
+  zeMetaField** _publishSlot = nullptr;
+  void* _defaultMemory = nullptr;
+  zeMetaObject* _ownerClass = nullptr;
+  unsigned char _compareMethod = kCompareExactly;
+  unsigned char _ioForm = 0;  // 1: variable stored size
+  [[maybe_unused]] unsigned char _reservedFlags[2] = {};
+  unsigned int _defaultBytes = 0;            // bytes of _defaultMemory
+  [[maybe_unused]] void* _reserved[2] = {};  // keeps the base at 88 bytes as it grows
 };
 
 static_assert(sizeof(zeMetaField) == 88, "a field class's own data starts at byte 88");

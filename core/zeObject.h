@@ -9,6 +9,8 @@ namespace Lux {
 
 class __internalObjectList;
 class zeMemoryPool;
+template <class C>
+void* zeRetrieveVTablePointer();
 class zeMetaField;
 class zeMetaObject;
 
@@ -39,8 +41,6 @@ class LUXCORE_API zeObject {
     kCopyDeep = 1      ///< fields by their own copy method; userCopyDeep() runs
   };
 
-  /// An object with no class descriptor and no reference.
-  zeObject() : _meta(nullptr), _referenceWord(0) {}
   // Objects are shared by reference and copied through createCopy().
   zeObject(const zeObject&) = delete;
   zeObject& operator=(const zeObject&) = delete;
@@ -162,6 +162,8 @@ class LUXCORE_API zeObject {
   /// Memory for an object from the default pool; `tag` is kept for memory
   /// tracking (0: none). Null when memory runs out.
   static void* operator new(std::size_t size, unsigned long tag) noexcept;
+  /// There is no plain `new` of an object.
+  static void* operator new(std::size_t) = delete;  // Objects are made by their class descriptor: zeCreate<C>(pool).
   /// Gives memory of an object back to its pool.
   static void operator delete(void* memory) noexcept;
   /// Pairs with the tagged operator new.
@@ -183,8 +185,14 @@ class LUXCORE_API zeObject {
   /// A new instance from `pool` (the default pool when null).
   static zeObject* _instantiateFromPool(zeMemoryPool* pool);
 
+ protected:
+  /// An object with no class descriptor and no reference. Objects are made by
+  /// their class descriptor: Lux::zeCreate<C>(pool), or C::_instantiateFromPool(pool).
+  zeObject() : _meta(nullptr), _referenceWord(0) {}
+
  private:
   friend class zeMetaObject;
+  friend void* zeRetrieveVTablePointer<zeObject>();
 
   zeMetaObject* _meta;
   mutable unsigned int _referenceWord;

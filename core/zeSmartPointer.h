@@ -10,6 +10,7 @@ namespace Lux {
 template <class T>
 class zeSmartPointer {
  public:
+  /// Holds nothing.
   zeSmartPointer() = default;
 
   /// Holds `object`, adding a reference.
@@ -27,6 +28,7 @@ class zeSmartPointer {
   /// Takes over the reference of `other`, which is left empty.
   zeSmartPointer(zeSmartPointer&& other) noexcept : _object(other._object) { other._object = nullptr; }
 
+  /// Releases the held object, if any.
   ~zeSmartPointer() {
     if (_object) _object->release();
   }

@@ -29,7 +29,9 @@ static_assert(sizeof(zeStringPoolItem) == 16, "pooled texts sit 16 bytes behind 
 /// One bucket of a string pool: the items whose texts hash to it.
 class LUXCORE_API zeStringPoolContainer {
  public:
+  /// An empty bucket.
   zeStringPoolContainer() = default;
+  /// Frees every item of the bucket.
   ~zeStringPoolContainer();
   zeStringPoolContainer(const zeStringPoolContainer&) = delete;
   zeStringPoolContainer& operator=(const zeStringPoolContainer&) = delete;

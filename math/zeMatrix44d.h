@@ -29,6 +29,7 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
   using Ops = impl::Matrix44Ops<zeMatrix44d, double, zeVec3d, zeVec4d>;
 
  public:
+  /// Leaves the elements uninitialised, as for the built-in types (a trivial constructor).
   zeMatrix44d() = default;
   zeMatrix44d(const zeMatrix44d&) = default;  ///< Copies all sixteen elements.
   /// The matrix with elements m0..m15 in storage order.
@@ -71,6 +72,22 @@ class ZEMATH_API zeMatrix44d : public impl::Matrix44Ops<zeMatrix44d, double, zeV
   }
   /// dst[i] = src[i] times this matrix in full, no divide; src may be dst.
   void transformPoints(zeVec4d* src, zeVec4d* dst, unsigned int count) noexcept {
+    Ops::transformPoints(src, dst, count);
+  }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const zeVec3d* src, zeVec3d* dst, unsigned int count) const noexcept {
+    Ops::transformVectors(src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const zeVec3d* src, zeVec3d* dst, unsigned int count) const noexcept {
+    Ops::transformPoints(src, dst, count);
+  }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const zeVec4d* src, zeVec4d* dst, unsigned int count) const noexcept {
+    Ops::transformVectors(src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const zeVec4d* src, zeVec4d* dst, unsigned int count) const noexcept {
     Ops::transformPoints(src, dst, count);
   }
 

@@ -30,6 +30,7 @@ class ZEMATH_API zeMatrix44f : public impl::Matrix44Ops<zeMatrix44f, float, zeVe
                                public impl::Matrix44Projection<zeMatrix44f, float, zeVec3f, zeVec4f>,
                                public impl::Matrix44QuaternionOps<zeMatrix44f, float, zeQuaternionf> {
  public:
+  /// Leaves the elements uninitialised, as for the built-in types (a trivial constructor).
   zeMatrix44f() = default;
   /// The matrix with elements m0..m15 in storage order.
   constexpr zeMatrix44f(float m0, float m1, float m2, float m3, float m4, float m5, float m6, float m7, float m8,

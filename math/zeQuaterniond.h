@@ -17,6 +17,7 @@ class ZEMATH_API zeQuaterniond : public impl::QuaternionOps<zeQuaterniond, doubl
   double x, y, z, w;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeQuaterniond() = default;
   /// The quaternion (x, y, z, w).
   constexpr zeQuaterniond(double x_, double y_, double z_, double w_) noexcept : x(x_), y(y_), z(z_), w(w_) {}
@@ -32,6 +33,7 @@ class ZEMATH_API zeQuaterniond : public impl::QuaternionOps<zeQuaterniond, doubl
         0.5 * (p.p5 - p.p6 - p.p7 + p.p8) - p.p4, p.p2 + 0.5 * (p.p7 + p.p8 - p.p5 - p.p6));
   }
 
+  using QuaternionOps::getMatrix;
   /// Writes the whole rotation matrix into m. Unlike the float twin, the
   /// double class scales by 2 / (x x + y y + z z + w w) instead of 2, so any
   /// non-zero quaternion gives a pure rotation; a norm that is not above 0

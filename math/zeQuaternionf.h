@@ -20,6 +20,7 @@ class ZEMATH_API zeQuaternionf : public impl::QuaternionOps<zeQuaternionf, float
   float x, y, z, w;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeQuaternionf() = default;
   /// The quaternion (x, y, z, w).
   constexpr zeQuaternionf(float x_, float y_, float z_, float w_) noexcept : x(x_), y(y_), z(z_), w(w_) {}

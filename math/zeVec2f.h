@@ -15,6 +15,7 @@ class ZEMATH_API zeVec2f : public impl::VecOps<zeVec2f, float, 2> {
   float x, y;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec2f() = default;
   /// The vector (x, y).
   constexpr zeVec2f(float x_, float y_) noexcept : x(x_), y(y_) {}
@@ -23,6 +24,11 @@ class ZEMATH_API zeVec2f : public impl::VecOps<zeVec2f, float, 2> {
   static zeVec2f XVector;     ///< (1, 0)
   static zeVec2f YVector;     ///< (0, 1)
 };
+
+/// The dot product a.dot(b): every component, summed left to right.
+inline float dot(const zeVec2f& a, const zeVec2f& b) noexcept { return a.dot(b); }
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec2f normalized(const zeVec2f& v) noexcept { return v.normalized(); }
 
 }  // namespace Math
 }  // namespace Lux

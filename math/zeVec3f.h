@@ -18,6 +18,7 @@ class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f>, pu
   float x, y, z;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec3f() = default;
   /// The vector (x, y, z).
   constexpr zeVec3f(float x_, float y_, float z_) noexcept : x(x_), y(y_), z(z_) {}
@@ -34,6 +35,17 @@ class ZEMATH_API zeVec3f : public impl::Vec3Ops<zeVec3f, float, zeMatrix44f>, pu
   static zeVec3f YVector;     ///< (0, 1, 0)
   static zeVec3f ZVector;     ///< (0, 0, 1)
 };
+
+/// The dot product a.dot(b): every component, summed left to right.
+inline float dot(const zeVec3f& a, const zeVec3f& b) noexcept { return a.dot(b); }
+/// The cross product a x b over x, y, z (zeVec3f::cross(a, b)).
+inline zeVec3f cross(const zeVec3f& a, const zeVec3f& b) noexcept {
+  zeVec3f r;
+  r.cross(a, b);
+  return r;
+}
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec3f normalized(const zeVec3f& v) noexcept { return v.normalized(); }
 
 }  // namespace Math
 }  // namespace Lux

@@ -16,6 +16,7 @@ class ZEMATH_API zeVec3uc : public impl::VecAccess<zeVec3uc, unsigned char, 3> {
   unsigned char r, g, b;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec3uc() = default;
   /// The colour (r, g, b).
   constexpr zeVec3uc(unsigned char r_, unsigned char g_, unsigned char b_) noexcept : r(r_), g(g_), b(b_) {}

@@ -19,6 +19,7 @@ class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d>,
   double x, y, z, w;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec4d() = default;
   /// The vector (x, y, z, w).
   constexpr zeVec4d(double x_, double y_, double z_, double w_) noexcept : x(x_), y(y_), z(z_), w(w_) {}
@@ -40,6 +41,17 @@ class ZEMATH_API zeVec4d : public impl::Vec4Ops<zeVec4d, double, zeMatrix44d>,
   static zeVec4d ZVector;     ///< (0, 0, 1, 0)
   static zeVec4d TVector;     ///< (0, 0, 0, 1)
 };
+
+/// The dot product a.dot(b): every component, summed left to right.
+inline double dot(const zeVec4d& a, const zeVec4d& b) noexcept { return a.dot(b); }
+/// The cross product a x b over x, y, z (zeVec4d::cross(a, b)); w is 1.
+inline zeVec4d cross(const zeVec4d& a, const zeVec4d& b) noexcept {
+  zeVec4d r;
+  r.cross(a, b);
+  return r;
+}
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec4d normalized(const zeVec4d& v) noexcept { return v.normalized(); }
 
 }  // namespace Math
 }  // namespace Lux

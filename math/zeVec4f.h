@@ -20,6 +20,7 @@ class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f>, pu
   float x, y, z, w;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec4f() = default;
   /// The vector (x, y, z, w).
   constexpr zeVec4f(float x_, float y_, float z_, float w_) noexcept : x(x_), y(y_), z(z_), w(w_) {}
@@ -61,6 +62,17 @@ class ZEMATH_API zeVec4f : public impl::Vec4Ops<zeVec4f, float, zeMatrix44f>, pu
   /// k(p) = ((x p.x + y p.y) + z p.z) + w, this being a pixel-to-model scale.
   float unitsPerPixel(const zeVec3f& p) const noexcept { return x * p.x + y * p.y + z * p.z + w; }
 };
+
+/// The dot product a.dot(b): every component, summed left to right.
+inline float dot(const zeVec4f& a, const zeVec4f& b) noexcept { return a.dot(b); }
+/// The cross product a x b over x, y, z (zeVec4f::cross(a, b)); w is 1.
+inline zeVec4f cross(const zeVec4f& a, const zeVec4f& b) noexcept {
+  zeVec4f r;
+  r.cross(a, b);
+  return r;
+}
+/// A copy of v normalized: v times 1 / sqrt(dot(v, v)).
+inline zeVec4f normalized(const zeVec4f& v) noexcept { return v.normalized(); }
 
 }  // namespace Math
 }  // namespace Lux

@@ -16,6 +16,7 @@ class ZEMATH_API zeVec4uc : public impl::VecAccess<zeVec4uc, unsigned char, 4> {
   unsigned char r, g, b, a;
   ///@}
 
+  /// Leaves the components uninitialised, as for the built-in types (a trivial constructor).
   zeVec4uc() = default;
   /// The colour (r, g, b, a).
   constexpr zeVec4uc(unsigned char r_, unsigned char g_, unsigned char b_, unsigned char a_) noexcept

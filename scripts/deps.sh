@@ -2,7 +2,7 @@
 # Installs, with apt-get, what building and testing the project need, when
 # something is missing. With "bench" it also checks for Google Benchmark, GLM,
 # Eigen, gnuplot and python3;
-# with "docs", for Doxygen; with "emulate", for SIMDe; with "clang", for clang++-14.
+# with "docs", for Doxygen, clang-14 and python3; with "emulate", for SIMDe; with "clang", for clang++-14.
 set -euo pipefail
 
 need=()
@@ -20,8 +20,13 @@ command -v make >/dev/null 2>&1 || need+=(make)
 command -v pkg-config >/dev/null 2>&1 || need+=(pkg-config)
 # MPFR is the exact reference of the trigonometric tests and measurements.
 [ -f /usr/include/mpfr.h ] || need+=(libmpfr-dev)
+# The guide's examples are extracted, built and run by a python3 script.
+command -v python3 >/dev/null 2>&1 || need+=(python3)
 if [ "${1:-}" = docs ]; then
   command -v doxygen >/dev/null 2>&1 || need+=(doxygen)
+  # The reference's completeness check reads the headers' syntax tree.
+  command -v clang++-14 >/dev/null 2>&1 || need+=(clang-14)
+  command -v python3 >/dev/null 2>&1 || need+=(python3)
 fi
 if [ "${1:-}" = bench ]; then
   [ -f /usr/include/benchmark/benchmark.h ] || need+=(libbenchmark-dev)

@@ -9,7 +9,9 @@
 # headers' pragmas), and g++ must be reported by zeCheckExactResults().
 # Last, the inline operations compiled for x86-64-v4 (AVX-512) with the
 # package's flags must contain no fused multiply-add instruction, whatever
-# this processor runs.
+# this processor runs. The consumer programs run without LD_LIBRARY_PATH: the
+# installed libraries find each other. Last, every example of docs/guide.md
+# is built against the prefix and run.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -101,3 +103,8 @@ no_fused g++ -O3 $(pkg-config --cflags zemath)
 # shellcheck disable=SC2046
 no_fused clang++-14 -O2 $(pkg-config --cflags zemath)
 no_fused clang++-14 -O2
+
+# The guide's examples, each built as printed against the prefix through
+# find_package and run, their output compared with the guide's.
+echo "== the guide's examples against the prefix"
+python3 "$root/scripts/guide-examples.py" --prefix "$prefix" "$work/guide"

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "bench/SkinningMeshes.h"
 #include "math/kernels/impl/BlendingPaths.h"
 #include "math/kernels/zeVectorBlendingKernels.h"
 #include "support/Bits.h"
@@ -97,6 +98,54 @@ TEST(KernelPaths, RandomInputsEveryCountWeightCountAndStride) {
   // Long meshes, outputs over one another (stride 4) as well.
   for (unsigned int wpv = 1; wpv <= 6; ++wpv)
     for (unsigned int stride : {4u, 12u, 32u}) expectAllPathsAgree(randomMesh(1003, wpv, true, 99 + wpv), stride, 1);
+}
+
+TEST(KernelPaths, RealisticWeightsOverPalettesOf1To256) {
+  // Exported characters: each vertex counts 1 to 4 influences, the other
+  // slots weigh exactly 0 and name matrix 0. Here some skipped slots weigh
+  // the threshold, a negative value or NaN instead and name matrices past
+  // the palette (a read of them is a fault under AddressSanitizer), a few
+  // sources and matrix elements are not finite, and one counted weight in
+  // a few is negative.
+  for (unsigned int palette : {1u, 64u, 65u, 256u})
+    for (unsigned int wpv = 1; wpv <= 6; ++wpv)
+      for (unsigned int count : {1u, 63u, 64u, 65u, 333u}) {
+        const zebench::SkinningMesh r =
+            zebench::makeSkinningMesh(count, wpv, palette, zebench::SkinWeights::kRealistic, palette * 7 + wpv + count);
+        Mesh m{r.source, r.weights, r.indices, r.palette, wpv};
+        std::mt19937 rng(count + wpv);
+        const float skipped[] = {zeBlendWeightThreshold, -0.5f, kNaNf, 0.0f};
+        for (std::size_t i = 0; i < m.weights.size(); ++i) {
+          if (m.weights[i] == 0.0f) {
+            m.weights[i] = skipped[rng() % 4];
+            m.indices[i] = static_cast<unsigned char>(palette < 256 ? palette + rng() % (256 - palette) : rng() % 256);
+          } else if (rng() % 16 == 0) {
+            m.weights[i] = -m.weights[i];
+          }
+        }
+        for (zeVec4f& v : m.source)
+          if (rng() % 32 == 0) v.z = rng() % 2 ? kNaNf : kInf;
+        m.palette.back()[rng() % 12] = -kInf;
+        for (unsigned int stride : {12u, 32u}) {
+          expectAllPathsAgree(m, stride, 0);
+          expectAllPathsAgree(m, stride, 1);
+        }
+      }
+}
+
+TEST(KernelPaths, SignedZerosKeepTheirSigns) {
+  // Sources and matrices of +0, -0 and 1: about one output component in
+  // sixteen is -0 before weighting, which the one-weight kernel must keep
+  // and the weighted sums, starting at +0, must not.
+  const float values[] = {0.0f, -0.0f, -0.0f, 1.0f};
+  for (unsigned int wpv : {1u, 4u, 5u}) {
+    Mesh m = randomMesh(333, wpv, true, 13 + wpv);
+    std::mt19937 rng(wpv);
+    for (zeMatrix44f& mat : m.palette)
+      for (int e = 0; e < 16; ++e) mat[e] = values[rng() % 4];
+    for (zeVec4f& v : m.source) v = zeVec4f(values[rng() % 4], values[rng() % 4], values[rng() % 4], 1.0f);
+    for (unsigned int stride : {12u, 32u}) expectAllPathsAgree(m, stride, 1);
+  }
 }
 
 TEST(KernelPaths, OutputsOverTheSourceGiveTheScalarResult) {

@@ -36,15 +36,17 @@ struct HasMemberMultiply<M, std::void_t<decltype(std::declval<M&>().multiply(std
     : std::true_type {};
 static_assert(!HasMemberMultiply<zeMatrix44f>::value && HasMemberMultiply<zeMatrix44d>::value);
 
-// The double class's array transforms are not const; the float class's are.
-template <class M, class V, class = void>
-struct ConstTransforms : std::false_type {};
-template <class M, class V>
-struct ConstTransforms<M, V,
-                       std::void_t<decltype(std::declval<const M&>().transformPoints((V*)nullptr, (V*)nullptr, 0u))>>
-    : std::true_type {};
-static_assert(ConstTransforms<zeMatrix44f, zeVec3f>::value && ConstTransforms<zeMatrix44f, zeVec4f>::value);
-static_assert(!ConstTransforms<zeMatrix44d, zeVec3d>::value && !ConstTransforms<zeMatrix44d, zeVec4d>::value);
+// The double class's four array transforms are not const members; the float
+// class's are. (Both classes add const members that take a const source.)
+template <class MemberFunction>
+constexpr bool hasForm(MemberFunction) {
+  return true;
+}
+static_assert(
+    hasForm<void (zeMatrix44d::*)(zeVec3d*, zeVec3d*, unsigned int) noexcept>(&zeMatrix44d::transformPoints) &&
+    hasForm<void (zeMatrix44d::*)(zeVec4d*, zeVec4d*, unsigned int) noexcept>(&zeMatrix44d::transformVectors));
+static_assert(
+    hasForm<void (zeMatrix44f::*)(zeVec3f*, zeVec3f*, unsigned int) const noexcept>(&zeMatrix44f::transformPoints));
 
 }  // namespace
 

@@ -20,7 +20,10 @@ namespace impl {
 
 /// The four bytes of a colour, each 0 to 255.
 struct ColourBytes {
-  unsigned int r, g, b, a;
+  unsigned int r;  ///< red
+  unsigned int g;  ///< green
+  unsigned int b;  ///< blue
+  unsigned int a;  ///< alpha
 };
 
 /// True for the layouts that have a packed form (every one but HSV).

@@ -36,8 +36,8 @@ constexpr int kExactFamilyCount = 6;
 /// the elements of the matrices), [16..18] a colour as hue in degrees,
 /// saturation and value, [19] an interpolation parameter.
 struct ExactProbeInputs {
-  float f[20];
-  double d[20];
+  float f[20];   ///< the float inputs
+  double d[20];  ///< the double inputs
 };
 
 /// The inputs, read through volatile so that no compiler folds the probe at
@@ -61,14 +61,15 @@ inline ExactProbeInputs loadExactProbeInputs() noexcept {
 
 /// The bytes of the results of one run of the probe, family by family.
 struct ExactProbeResults {
-  static constexpr int kCapacity = 512;  ///< bytes per family
-  unsigned char bytes[kExactFamilyCount][kCapacity];
-  int used[kExactFamilyCount];  ///< bytes written per family; -1 when the capacity was exceeded
+  static constexpr int kCapacity = 512;               ///< bytes per family
+  unsigned char bytes[kExactFamilyCount][kCapacity];  ///< each family's result bytes
+  int used[kExactFamilyCount];                        ///< bytes written per family; -1 when the capacity was exceeded
 };
 
 /// Appends the bytes of results to one family's block of an ExactProbeResults.
 class ExactProbeWriter {
  public:
+  /// Starts family's block of results empty.
   ExactProbeWriter(ExactProbeResults& results, int family) noexcept
       : bytes_(results.bytes[family]), used_(results.used[family]) {
     used_ = 0;
@@ -219,6 +220,8 @@ inline void probeVolumes(const ExactProbeInputs& in, ExactProbeWriter out) noexc
   const float* f = in.f;
   out.put(signedPlaneDistance(zeVec3f(f[0], f[1], f[2]), f[9], zeVec3f(f[3], f[4], f[5])));
   out.put(signedPlaneDistance(zeVec3f(f[6], f[7], f[8]), f[15], zeVec3f(f[12], f[13], f[14])));
+  // fused in any of the ways a compiler may contract it, this one changes
+  out.put(signedPlaneDistance(zeVec3f(f[0], f[1], f[3]), f[9], zeVec3f(f[4], f[5], f[6])));
 }
 
 /// Runs every family of the probe on in, compiled where it is called.

@@ -28,6 +28,9 @@ inline void concatenate(M& dst, const M& a, const M& b) noexcept {
   M::copyMatrix(dst.data(), product.data());
 }
 
+/// Translation, scale, shear, rotation and look-at construction of the float
+/// and double 4x4 matrices, alone or before (pre...) or after (post...) the
+/// matrix's transform.
 template <class M, class T, class V3, class V4>
 class ZEMATH_API Matrix44Construction {
  public:
@@ -49,6 +52,12 @@ class ZEMATH_API Matrix44Construction {
     t.x = m(3, 0);
     t.y = m(3, 1);
     t.z = m(3, 2);
+  }
+  /// (m30, m31, m32), the translation, as a value.
+  V3 getTranslation() const noexcept {
+    V3 t;
+    getTranslation(t);
+    return t;
   }
   /// The translation of this (row 3) into out: make gives out =
   /// makeTranslation(t); otherwise only out's m30, m31, m32 are written.

@@ -23,6 +23,8 @@ namespace Lux {
 namespace Math {
 namespace impl {
 
+/// Decomposition into translation, rotation, scale and shear, and composition
+/// from them, of the float and double 4x4 matrices.
 template <class M, class T, class V3, class V4>
 class ZEMATH_API Matrix44Decomposition {
  public:
@@ -36,6 +38,12 @@ class ZEMATH_API Matrix44Decomposition {
   void getScale(M& out, bool make) const noexcept;
   /// The Euler angles of this matrix, the inverse of makeRotationRadians(x, y, z).
   void getRotationRadians(T& x, T& y, T& z) const noexcept;
+  /// The Euler angles (x, y, z) of this matrix, as a value.
+  V3 getRotationRadians() const noexcept {
+    V3 angles;
+    getRotationRadians(angles.x, angles.y, angles.z);
+    return angles;
+  }
   /// m = makeScale(scale, shear), then rotated by the Euler angles, then
   /// translated, all read from the twelve parts (angles in radians). This
   /// matrix is not used.

@@ -17,6 +17,8 @@ namespace Lux {
 namespace Math {
 namespace impl {
 
+/// Determinant, adjoint and the general, orthonormal, orthogonal and affine
+/// inverses of the float and double 4x4 matrices.
 template <class M, class T, class V3, class V4>
 class ZEMATH_API Matrix44Inversion {
  public:

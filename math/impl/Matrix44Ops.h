@@ -76,10 +76,13 @@ inline void productInto<double>(double* r, const double* a, const double* b) noe
 }
 #endif
 
+/// Layout, element access, arithmetic, products, comparison and array
+/// transforms of the float and double 4x4 matrices. M is the concrete matrix,
+/// T its scalar, V3 and V4 its vectors.
 template <class M, class T, class V3, class V4>
 class Matrix44Ops {
  public:
-  using Scalar = T;
+  using Scalar = T;  ///< The element type.
 
   /// The sixteen elements, row by row.
   T* data() noexcept { return reinterpret_cast<T*>(static_cast<M*>(this)); }
@@ -128,6 +131,33 @@ class Matrix44Ops {
     for (int i = 0; i < 16; ++i) data()[i] = a[i] / b[i];
   }
 
+  /// The product this·b (this applies first, then b), by the arithmetic of
+  /// matrixMultiply and of the double class's multiply(a, b), bit for bit.
+  M operator*(const M& b) const noexcept {
+    M product;
+    multiplyInto(product.data(), data(), b.data());
+    return product;
+  }
+  /// this = this·b: b applies after this matrix.
+  M& operator*=(const M& b) noexcept {
+    multiplyInto(data(), data(), b.data());
+    return static_cast<M&>(*this);
+  }
+  /// Every element times s.
+  M operator*(T s) const noexcept {
+    M r;
+    for (int i = 0; i < 16; ++i) r[i] = (*this)[i] * s;
+    return r;
+  }
+  /// Every element times s.
+  friend M operator*(T s, const M& m) noexcept { return m * s; }
+  /// Every element divided by s (a division per element, not a product with 1 / s).
+  M operator/(T s) const noexcept {
+    M r;
+    for (int i = 0; i < 16; ++i) r[i] = (*this)[i] / s;
+    return r;
+  }
+
   /// True when every |m[i] - this[i]| < 5e-7 (the single-precision threshold,
   /// in both classes): absolute, strict, and false for any NaN element.
   bool operator==(const M& m) const noexcept {
@@ -154,6 +184,22 @@ class Matrix44Ops {
   void transformPoints(V4* src, V4* dst, unsigned int count) const noexcept {
     transformPointArray(self(), src, dst, count);
   }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const V3* src, V3* dst, unsigned int count) const noexcept {
+    transformVectorArray(self(), src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const V3* src, V3* dst, unsigned int count) const noexcept {
+    transformPointArray(self(), src, dst, count);
+  }
+  /// transformVectors of a source that is not to be written.
+  void transformVectors(const V4* src, V4* dst, unsigned int count) const noexcept {
+    transformVectorArray(self(), src, dst, count);
+  }
+  /// transformPoints of a source that is not to be written.
+  void transformPoints(const V4* src, V4* dst, unsigned int count) const noexcept {
+    transformPointArray(self(), src, dst, count);
+  }
 
   /// Largest absolute element, visiting in storage order from 0; NaN never wins.
   T getMaxElement() const noexcept {
@@ -166,6 +212,7 @@ class Matrix44Ops {
   }
 
  protected:
+  /// This object as the concrete matrix type.
   const M& self() const noexcept { return *static_cast<const M*>(this); }
 
   /// dst = a·b; when dst is a or b the product goes through a temporary.

@@ -21,6 +21,8 @@ namespace Lux {
 namespace Math {
 namespace impl {
 
+/// Orthographic and perspective projections of the float and double 4x4
+/// matrices, the frustum read back, and the planes of the view volume.
 template <class M, class T, class V3, class V4>
 class ZEMATH_API Matrix44Projection {
  public:
@@ -42,6 +44,27 @@ class ZEMATH_API Matrix44Projection {
   /// n/m00 like left and right, so they come back exactly only for frusta as
   /// wide as they are high.
   void getFrustumParameters(T& l, T& r, T& b, T& t, T& n, T& f) const noexcept;
+
+  /// The six planes of the view volume of this matrix, a view-projection in
+  /// the row-vector convention (clip = (p, 1)·this, depth in [-w, w]), in the
+  /// order left, right, bottom, top, near, far. Each is (x, y, z) = the unit
+  /// normal and w = the offset of a zePlane: a point p is inside the plane
+  /// when dot(normal, p) - offset <= 0, so the normals point out of the view
+  /// volume and every plane's inside holds it. Plane k is the clip condition
+  /// s·clip[k / 2] <= clip.w (s = -1 for even k, +1 for odd k), written
+  /// c·p + d <= 0 with c = s·column(k / 2) - column 3 (rows 0-2) and
+  /// d = s·m[3][k / 2] - m33: normal = c normalized, offset = -d / |c|.
+  void getFrustumPlanes(V4 planes[6]) const noexcept {
+    const M& m = self();
+    for (int k = 0; k < 6; ++k) {
+      const int j = k / 2;
+      const T s = k % 2 == 0 ? T(-1) : T(1);
+      const V3 c(s * m(0, j) - m(0, 3), s * m(1, j) - m(1, 3), s * m(2, j) - m(2, 3));
+      const T d = s * m(3, j) - m(3, 3);
+      const V3 normal = c.normalized();
+      planes[k] = V4(normal.x, normal.y, normal.z, -d / c.length());
+    }
+  }
 
  private:
   M& self() noexcept { return *static_cast<M*>(this); }

@@ -13,6 +13,8 @@ namespace Lux {
 namespace Math {
 namespace impl {
 
+/// The rotation of a quaternion written into the float and double 4x4
+/// matrices.
 template <class M, class T, class Q>
 class ZEMATH_API Matrix44QuaternionOps {
  public:

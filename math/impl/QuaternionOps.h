@@ -57,6 +57,9 @@ inline void writeIdentityBorder(T* m) noexcept {
   m[15] = T(1);
 }
 
+/// The operations of the float and double quaternions: algebra, conversion to
+/// and from matrices and Euler angles, interpolation. Q is the concrete
+/// quaternion, T its scalar, M its matrix.
 template <class Q, class T, class M>
 class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
  public:
@@ -67,6 +70,32 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
     const Products p(a, b);
     set(p.p1 - T(0.5) * (p.p5 + p.p6 + p.p7 + p.p8), p.p3 + T(0.5) * (p.p5 - p.p6 + p.p7 - p.p8),
         p.p4 + T(0.5) * (p.p5 - p.p6 - p.p7 + p.p8), p.p2 + T(0.5) * (p.p7 + p.p8 - p.p5 - p.p6));
+  }
+
+  /// The Hamilton product this b by the eight-product scheme of multiply()
+  /// above, in the precision of T. The order is that of the matrices: this
+  /// applies first, then b, so getMatrix() of a * b is getMatrix(a) *
+  /// getMatrix(b) up to rounding. For zeQuaternionf it is multiply(a, b) bit
+  /// for bit; zeQuaterniond::multiply keeps its own y and z on purpose, so
+  /// the double class's * is the Hamilton product and multiply() is not.
+  Q operator*(const Q& b) const noexcept {
+    Q product;
+    static_cast<QuaternionOps&>(product).multiply(this->self(), b);
+    return product;
+  }
+  /// this = this * b: b applies after this rotation.
+  Q& operator*=(const Q& b) noexcept { return this->self() = *this * b; }
+  /// Every component times s.
+  Q operator*(T s) const noexcept {
+    const Q& q = this->self();
+    return Q(q.x * s, q.y * s, q.z * s, q.w * s);
+  }
+  /// Every component times s.
+  friend Q operator*(T s, const Q& q) noexcept { return q * s; }
+  /// Every component divided by s (a division per component, not a product with 1 / s).
+  Q operator/(T s) const noexcept {
+    const Q& q = this->self();
+    return Q(q.x / s, q.y / s, q.z / s, q.w / s);
   }
 
   /// this = (-q.x, -q.y, -q.z, q.w).
@@ -83,6 +112,13 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
   /// factor 2 (this is not normalised): the 3x3 block, m3 = m7 = m11 = 0,
   /// row 3 = (0, 0, 0, 1).
   void getMatrix(M& m) const noexcept;
+  /// The whole rotation matrix of this quaternion (getMatrix(m) of the
+  /// quaternion's own class), as a value.
+  M getMatrix() const noexcept {
+    M m;
+    this->self().getMatrix(m);
+    return m;
+  }
 
   /// Quaternion of the 3x3 block of m: from the trace when it is not negative,
   /// else from the largest diagonal element (ties to the earlier candidate).
@@ -127,7 +163,12 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
 
   /// The eight products shared by both multiplication forms.
   struct Products {
+    ///@{ P1 = (w1 + x1)(w2 + x2), P2 = (z1 - y1)(y2 - z2), P3 = (w1 - x1)(y2 + z2),
+    /// P4 = (y1 + z1)(w2 - x2), P5 = (x1 + z1)(x2 + y2), P6 = (x1 - z1)(x2 - y2),
+    /// P7 = (w1 + y1)(w2 - z2), P8 = (w1 - y1)(w2 + z2).
     T p1, p2, p3, p4, p5, p6, p7, p8;
+    ///@}
+    /// The eight products of a = (x1, y1, z1, w1) and b = (x2, y2, z2, w2).
     Products(const Q& a, const Q& b) noexcept
         : p1((a.w + a.x) * (b.w + b.x)),
           p2((a.z - a.y) * (b.y - b.z)),
@@ -165,6 +206,7 @@ class ZEMATH_API QuaternionOps : public VecAccess<Q, T, 4> {
     weigh(a, s0, Q(-b.y, b.x, -b.w, b.z), s1);
   }
 
+  /// this = (x, y, z, w).
   void set(T x, T y, T z, T w) noexcept {
     Q& q = this->self();
     q.x = x;

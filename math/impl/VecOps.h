@@ -26,8 +26,8 @@ namespace impl {
 template <class V, class T, int N>
 class VecAccess {
  public:
-  using Scalar = T;
-  static constexpr int kComponentCount = N;
+  using Scalar = T;                          ///< The component type.
+  static constexpr int kComponentCount = N;  ///< The number of components.
 
   /// Pointer to the first of the N contiguous components.
   T* data() noexcept { return reinterpret_cast<T*>(static_cast<V*>(this)); }
@@ -39,7 +39,9 @@ class VecAccess {
   const T& operator[](int i) const noexcept { return data()[i]; }
 
  protected:
+  /// This object as the concrete vector type.
   V& self() noexcept { return *static_cast<V*>(this); }
+  /// This object as the concrete vector type.
   const V& self() const noexcept { return *static_cast<const V*>(this); }
 };
 
@@ -73,37 +75,48 @@ class VecOps : public VecAccess<V, T, N> {
   static_assert(N <= 4, "the component loops are unrolled for at most 4 components");
 
  public:
-  /// Componentwise a + b.
-  friend V operator+(const V& a, const V& b) noexcept {
-    return zip(a, b, [](T p, T q) { return p + q; });
+  /// Componentwise this + b.
+  V operator+(const V& b) const noexcept {
+    return zip(this->self(), b, [](T p, T q) { return p + q; });
   }
-  /// Componentwise a - b.
-  friend V operator-(const V& a, const V& b) noexcept {
-    return zip(a, b, [](T p, T q) { return p - q; });
+  /// Componentwise this - b.
+  V operator-(const V& b) const noexcept {
+    return zip(this->self(), b, [](T p, T q) { return p - q; });
   }
   /// Every component times s.
-  friend V operator*(const V& a, T s) noexcept {
-    return zip(a, a, [s](T p, T) { return p * s; });
+  V operator*(T s) const noexcept {
+    return zip(this->self(), this->self(), [s](T p, T) { return p * s; });
+  }
+  /// Every component divided by s (a division per component, not a product
+  /// with 1 / s).
+  V operator/(T s) const noexcept {
+    return zip(this->self(), this->self(), [s](T p, T) { return p / s; });
   }
   /// Every component times s.
   friend V operator*(T s, const V& a) noexcept { return a * s; }
   /// Every component negated.
-  friend V operator-(const V& a) noexcept {
-    return zip(a, a, [](T p, T) { return -p; });
+  V operator-() const noexcept {
+    return zip(this->self(), this->self(), [](T p, T) { return -p; });
   }
   /// Exact componentwise equality (NaN is unequal to everything, -0 equals +0).
-  friend bool operator==(const V& a, const V& b) noexcept {
+  bool operator==(const V& b) const noexcept {
+    const V& a = this->self();
 #pragma GCC unroll 4
     for (int i = 0; i < N; ++i)
       if (!(a[i] == b[i])) return false;
     return true;
   }
   /// Negation of ==.
-  friend bool operator!=(const V& a, const V& b) noexcept { return !(a == b); }
+  bool operator!=(const V& b) const noexcept { return !(*this == b); }
 
+  /// this = this + b.
   V& operator+=(const V& b) noexcept { return this->self() = this->self() + b; }
+  /// this = this - b.
   V& operator-=(const V& b) noexcept { return this->self() = this->self() - b; }
+  /// this = this * s.
   V& operator*=(T s) noexcept { return this->self() = this->self() * s; }
+  /// this = this / s.
+  V& operator/=(T s) noexcept { return this->self() = this->self() / s; }
 
   /// Sum of the componentwise products of all N components, left to right.
   T dot(const V& b) const noexcept {
@@ -117,6 +130,12 @@ class VecOps : public VecAccess<V, T, N> {
   T length() const noexcept { return std::sqrt(dot(this->self())); }
   /// Scales this by 1 / sqrt(dot(this, this)); a zero vector becomes NaN.
   void normalize() noexcept { this->self() *= T(1) / length(); }
+  /// A copy of this, normalized by normalize().
+  V normalized() const noexcept {
+    V v = this->self();
+    v.normalize();
+    return v;
+  }
 
   /// this = (b - a) * t + a componentwise, in that order.
   void lerp(T t, const V& a, const V& b) noexcept {
@@ -199,6 +218,7 @@ class Vec3Ops : public VecOps<V, T, 3> {
   }
 
  protected:
+  /// this = (x, y, z).
   void set(T x, T y, T z) noexcept {
     V& r = this->self();
     r.x = x;
@@ -263,6 +283,7 @@ class Vec4Ops : public VecOps<V, T, 4> {
     return n;
   }
 
+  /// this = (x, y, z, w).
   void set(T x, T y, T z, T w) noexcept {
     V& r = this->self();
     r.x = x;

@@ -5,6 +5,7 @@
 #include "math/volumes/zeVolume.h"
 #include "math/zeMathEnums.h"
 #include "math/zeVec3f.h"
+#include "math/zeVec4f.h"
 
 namespace Lux {
 namespace Math {
@@ -44,6 +45,14 @@ class ZEMATH_API zePlane : public zeVolume {
   void setNormal(const zeVec3f& normal);
   /// Makes (x, y, z), normalised, the plane's normal; _offset is kept.
   void setNormal(float x, float y, float z);
+  /// The plane (plane.x, plane.y, plane.z) as the normal, taken as it is (a
+  /// unit vector, such as those of zeMatrix44f::getFrustumPlanes), and
+  /// plane.w as the offset; _octant refreshed.
+  void setPlane(const zeVec4f& plane) {
+    _norm = zeVec3f(plane.x, plane.y, plane.z);
+    _offset = plane.w;
+    _octant = _norm.getOctant();
+  }
 
   // --- queries --------------------------------------------------------------
 

@@ -45,7 +45,7 @@ inline void declareFields(Lux::zeMetaObject* meta, std::initializer_list<FieldDe
 /// A new instance of `T`, its creation reference held by a smart pointer.
 template <class T>
 Lux::zeSmartPointer<T> make(Lux::zeMemoryPool* pool = nullptr) {
-  return Lux::zeSmartPointer<T>::adopt(static_cast<T*>(T::_instantiateFromPool(pool)));
+  return Lux::zeCreate<T>(pool);
 }
 
 /// The text `field` gives for `object`; the pooled text is released.

@@ -26,7 +26,7 @@ struct Held : Lux::zeSmartPointer<T> {
 
 template <class T>
 Held<T> make() {
-  return Lux::zeSmartPointer<T>::adopt(static_cast<T*>(T::_instantiateFromPool(nullptr)));
+  return Lux::zeCreate<T>();
 }
 
 inline Held<Lux::Math::zeAABox> box(const Lux::Math::zeVec3f& lo, const Lux::Math::zeVec3f& hi) {

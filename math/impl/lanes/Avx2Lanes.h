@@ -10,6 +10,8 @@
 
 #include <immintrin.h>
 
+#include <cstring>
+
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -37,6 +39,19 @@ struct Avx2Float {
     _mm_storeu_ps(lo, _mm256_castps256_ps128(v));
     _mm_storeu_ps(hi, _mm256_extractf128_ps(v, 1));
   }
+  /// The low halves of a and b, and their high halves.
+  static F lowHalves(F a, F b) { return _mm256_permute2f128_ps(a, b, 0x20); }
+  static F highHalves(F a, F b) { return _mm256_permute2f128_ps(a, b, 0x31); }
+  /// Lanes 0 to 2 of the low half to lo, of the high half to hi, which
+  /// need not be aligned; nothing after them is written.
+  static void store3Halves(T* lo, T* hi, F v) {
+    const __m128 l = _mm256_castps256_ps128(v), h = _mm256_extractf128_ps(v, 1);
+    const T z[2] = {_mm_cvtss_f32(_mm_movehl_ps(l, l)), _mm_cvtss_f32(_mm_movehl_ps(h, h))};
+    _mm_storel_pi(reinterpret_cast<__m64*>(lo), l);
+    std::memcpy(lo + 2, &z[0], sizeof z[0]);
+    _mm_storel_pi(reinterpret_cast<__m64*>(hi), h);
+    std::memcpy(hi + 2, &z[1], sizeof z[1]);
+  }
   /// Non-temporal store to 32-byte aligned p; fence() orders it.
   static void stream(T* p, F v) { _mm256_stream_ps(p, v); }
   static void fence() { _mm_sfence(); }
@@ -52,10 +67,10 @@ struct Avx2Float {
   static Mask lessEqual(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_LE_OQ); }
   static Mask greater(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_GT_OQ); }
   static Mask equal(F a, F b) { return _mm256_cmp_ps(a, b, _CMP_EQ_OQ); }
-  /// One bit per lane, lane 0 lowest.
-  static unsigned int maskBits(Mask m) { return static_cast<unsigned int>(_mm256_movemask_ps(m)); }
   /// a where the mask is set, b elsewhere.
   static F select(Mask m, F a, F b) { return _mm256_blendv_ps(b, a, m); }
+  /// Bit i set where lane i of the mask is.
+  static unsigned int maskBits(Mask m) { return unsigned(_mm256_movemask_ps(m)); }
   // Within each 128-bit half.
   static F unpacklo(F a, F b) { return _mm256_unpacklo_ps(a, b); }
   static F unpackhi(F a, F b) { return _mm256_unpackhi_ps(a, b); }

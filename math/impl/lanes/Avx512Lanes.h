@@ -50,8 +50,6 @@ struct Avx512Float {
   ZE_AVX512_INLINE static Mask lessEqual(F a, F b) { return _mm512_cmp_ps_mask(a, b, _CMP_LE_OQ); }
   ZE_AVX512_INLINE static Mask greater(F a, F b) { return _mm512_cmp_ps_mask(a, b, _CMP_GT_OQ); }
   ZE_AVX512_INLINE static Mask equal(F a, F b) { return _mm512_cmp_ps_mask(a, b, _CMP_EQ_OQ); }
-  /// One bit per lane, lane 0 lowest: the mask itself.
-  ZE_AVX512_INLINE static unsigned int maskBits(Mask m) { return m; }
   /// a where the mask is set, b elsewhere.
   ZE_AVX512_INLINE static F select(Mask m, F a, F b) { return _mm512_mask_blend_ps(m, b, a); }
   // Within each 128-bit quarter.
@@ -78,6 +76,27 @@ struct Avx512Float {
       _mm_store_ps(p, _mm512_castps512_ps128(v));
     else
       _mm_store_ps(p, _mm512_extractf32x4_ps(v, kPart));
+  }
+  /// Bit i set where lane i of the mask is.
+  ZE_AVX512_INLINE static unsigned int maskBits(Mask m) { return m; }
+  /// The 128 bits at a, b, c and d in parts 0 to 3.
+  ZE_AVX512_INLINE static F loadQuarters(const T* a, const T* b, const T* c, const T* d) {
+    const F low = _mm512_insertf32x4(_mm512_castps128_ps512(_mm_loadu_ps(a)), _mm_loadu_ps(b), 1);
+    return _mm512_insertf32x4(_mm512_insertf32x4(low, _mm_loadu_ps(c), 2), _mm_loadu_ps(d), 3);
+  }
+  /// Parts 0 to 3 to a, b, c and d, in that order.
+  ZE_AVX512_INLINE static void storeQuarters(T* a, T* b, T* c, T* d, F v) {
+    _mm_storeu_ps(a, _mm512_castps512_ps128(v));
+    _mm_storeu_ps(b, _mm512_extractf32x4_ps(v, 1));
+    _mm_storeu_ps(c, _mm512_extractf32x4_ps(v, 2));
+    _mm_storeu_ps(d, _mm512_extractf32x4_ps(v, 3));
+  }
+  /// Lanes 0 to 2 of parts 0 to 3 to a, b, c and d; nothing after them is written.
+  ZE_AVX512_INLINE static void store3Quarters(T* a, T* b, T* c, T* d, F v) {
+    _mm_mask_storeu_ps(a, 0x7, _mm512_castps512_ps128(v));
+    _mm_mask_storeu_ps(b, 0x7, _mm512_extractf32x4_ps(v, 1));
+    _mm_mask_storeu_ps(c, 0x7, _mm512_extractf32x4_ps(v, 2));
+    _mm_mask_storeu_ps(d, 0x7, _mm512_extractf32x4_ps(v, 3));
   }
   /// a + b in the lanes of m, a in the others (untouched, so -0 stays -0).
   ZE_AVX512_INLINE static F addWhere(Mask m, F a, F b) { return _mm512_mask_add_ps(a, m, a, b); }

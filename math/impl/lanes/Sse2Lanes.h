@@ -10,6 +10,8 @@
 
 #include <emmintrin.h>
 
+#include <cstring>
+
 namespace Lux {
 namespace Math {
 namespace impl {
@@ -29,6 +31,13 @@ struct Sse2Float {
   static F set1(T v) { return _mm_set1_ps(v); }
   static F load(const T* p) { return _mm_loadu_ps(p); }
   static void store(T* p, F v) { _mm_storeu_ps(p, v); }
+  /// Lanes 0 to 2 to p, which need not be aligned; nothing after them is
+  /// written.
+  static void store3(T* p, F v) {
+    _mm_storel_pi(reinterpret_cast<__m64*>(p), v);
+    const T z = _mm_cvtss_f32(_mm_movehl_ps(v, v));
+    std::memcpy(p + 2, &z, sizeof z);
+  }
   /// Non-temporal store to 16-byte aligned p; fence() orders it.
   static void stream(T* p, F v) { _mm_stream_ps(p, v); }
   static void fence() { _mm_sfence(); }
@@ -44,10 +53,10 @@ struct Sse2Float {
   static Mask lessEqual(F a, F b) { return _mm_cmple_ps(a, b); }
   static Mask greater(F a, F b) { return _mm_cmpgt_ps(a, b); }
   static Mask equal(F a, F b) { return _mm_cmpeq_ps(a, b); }
-  /// One bit per lane, lane 0 lowest.
-  static unsigned int maskBits(Mask m) { return static_cast<unsigned int>(_mm_movemask_ps(m)); }
   /// a where the mask is set, b elsewhere.
   static F select(Mask m, F a, F b) { return _mm_or_ps(_mm_and_ps(m, a), _mm_andnot_ps(m, b)); }
+  /// Bit i set where lane i of the mask is.
+  static unsigned int maskBits(Mask m) { return unsigned(_mm_movemask_ps(m)); }
   static F unpacklo(F a, F b) { return _mm_unpacklo_ps(a, b); }
   static F unpackhi(F a, F b) { return _mm_unpackhi_ps(a, b); }
   template <int kImm>

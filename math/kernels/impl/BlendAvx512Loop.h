@@ -8,15 +8,17 @@
 ///
 /// Everything per lane stays in vectors: the weights and indices of sixteen
 /// vertices are picked out of whole-vector loads and a lane mask says which
-/// influences count. A matrix element reaches the lanes in one of two ways.
-/// Matrices 0 to 63 are copied, each the first time a counting influence
-/// names it and never otherwise, into one table per element, and a lane's
-/// element is a permute out of its table. A block where a counting influence
-/// names a matrix from 64 up instead loads each counting lane's matrix whole
-/// and transposes the sixteen matrices into one vector per element. Either
-/// way a skipped influence's matrix is never read, and masked adds leave the
-/// sums of skipped lanes as they were: each lane computes exactly what the
-/// scalar loop computes for its vertex, in the same order.
+/// influences count. Matrices 0 to 63 are copied, each the first time a
+/// counting influence names it and never otherwise, into one table per
+/// element, and a lane's element is a permute out of its table. A block of
+/// sixteen vertices where a counting influence names a matrix from 64 up,
+/// short meshes, and vertices with more than four influences go by the rows
+/// of their matrices instead (BlendLoop.h, four vertices per register).
+/// Either way a skipped influence's matrix is never read, and masked adds
+/// leave the sums of skipped lanes as they were: each lane computes exactly
+/// what the scalar loop computes for its vertex, in the same order. One
+/// block is in flight at a time (two spill registers), and the inputs and
+/// outputs of the blocks ahead are fetched early.
 
 #include <immintrin.h>
 
@@ -25,6 +27,7 @@
 #include <cstring>
 
 #include "math/impl/lanes/Avx512Lanes.h"
+#include "math/kernels/impl/BlendLoop.h"
 
 namespace Lux {
 namespace Math {
@@ -39,12 +42,6 @@ typedef L::F F;
 typedef L::Mask Mask;
 
 constexpr int kLanes = 16;
-
-/// The strict threshold of the weighted kernel (bits 0x38D1B717).
-constexpr float kThreshold = 0.0001f;
-
-/// What a skipped lane loads instead of its matrix.
-alignas(64) const float kZeroMatrix[16] = {};
 
 /// The first `live` lanes.
 ZE_AVX512_INLINE Mask liveMask(int live) { return Mask((1u << live) - 1u); }
@@ -182,56 +179,6 @@ struct Indices<4, kFirstOnly> : PackedIndices<4, kFirstOnly> {
   }
 };
 
-/// The twelve elements (rows 0 to 3, columns 0 to 2) of sixteen matrices,
-/// element [row][column] holding lane l's matrix in lane l.
-struct Matrices {
-  F e[4][3];
-};
-
-/// Matrix elements by whole loads and a transpose: lane l loads its matrix
-/// from matrices + 16 * index[l] where `counts` has bit l and zeros
-/// elsewhere (a skipped lane's matrix is never read).
-struct Transposed {
-  const float* matrices;
-  ZE_AVX512_INLINE Matrices operator()(__m512i index, Mask counts) const;
-};
-
-ZE_AVX512_INLINE Matrices Transposed::operator()(__m512i index, Mask counts) const {
-  alignas(64) const float* at[kLanes];
-  const __m512i base = _mm512_set1_epi64(std::int64_t(reinterpret_cast<std::uintptr_t>(matrices)));
-  const __m512i zero = _mm512_set1_epi64(std::int64_t(reinterpret_cast<std::uintptr_t>(kZeroMatrix)));
-  const __m512i bytes = _mm512_slli_epi32(index, 6);
-  const __m512i lo = _mm512_add_epi64(base, _mm512_cvtepu32_epi64(_mm512_castsi512_si256(bytes)));
-  const __m512i hi = _mm512_add_epi64(base, _mm512_cvtepu32_epi64(_mm512_extracti64x4_epi64(bytes, 1)));
-  _mm512_store_si512(at, _mm512_mask_blend_epi64(__mmask8(counts), zero, lo));
-  _mm512_store_si512(at + 8, _mm512_mask_blend_epi64(__mmask8(counts >> 8), zero, hi));
-
-  F t[kLanes];
-  for (int l = 0; l < kLanes; l += 2) {
-    const F a = L::load(at[l]), b = L::load(at[l + 1]);
-    t[l] = L::unpacklo(a, b);      // per row: a0 b0 a1 b1
-    t[l + 1] = L::unpackhi(a, b);  // per row: a2 b2 a3 b3
-  }
-  // Per group of four lanes and per column c < 3: each 128-bit part (one
-  // row) holds the four lanes' elements of that row and column.
-  F g[4][3];
-  for (int q = 0; q < 4; ++q) {
-    g[q][0] = L::shuffle<0x44>(t[4 * q], t[4 * q + 2]);
-    g[q][1] = L::shuffle<0xEE>(t[4 * q], t[4 * q + 2]);
-    g[q][2] = L::shuffle<0x44>(t[4 * q + 1], t[4 * q + 3]);
-  }
-  Matrices m;
-  for (int c = 0; c < 3; ++c) {
-    const F a = L::shuffle128<0x44>(g[0][c], g[1][c]), b = L::shuffle128<0xEE>(g[0][c], g[1][c]);
-    const F d = L::shuffle128<0x44>(g[2][c], g[3][c]), e = L::shuffle128<0xEE>(g[2][c], g[3][c]);
-    m.e[0][c] = L::shuffle128<0x88>(a, d);
-    m.e[1][c] = L::shuffle128<0xDD>(a, d);
-    m.e[2][c] = L::shuffle128<0x88>(b, e);
-    m.e[3][c] = L::shuffle128<0xDD>(b, e);
-  }
-  return m;
-}
-
 /// Rows 0 to 3, columns 0 to 2 of up to 64 matrices, one table per element:
 /// element (r, c) of matrix j at t[3 * r + c][j]. A matrix is copied in the
 /// first time a counting influence names it, and never otherwise.
@@ -258,11 +205,6 @@ struct Palette {
     wide = wide || j >= 32;
   }
 };
-
-/// Column c of (x, y, z, 1)·m per lane, summed left to right.
-ZE_AVX512_INLINE F transformed(const Source& s, const Matrices& m, int c) {
-  return L::add(L::add(L::add(L::mul(s.x, m.e[0][c]), L::mul(s.y, m.e[1][c])), L::mul(s.z, m.e[2][c])), m.e[3][c]);
-}
 
 /// The lane of vertex v: lane v itself, or in quad order, where four
 /// vertices' four values are transposed within each 128-bit part, lane
@@ -340,49 +282,6 @@ ZE_AVX512_INLINE void store(F x, F y, F z, unsigned char* out, std::size_t strid
   for (int v = 0; v < live; ++v) _mm_mask_storeu_ps(out + v * stride, 0x7, _mm_load_ps(lanes[laneOfVertex(v, kQuads)]));
 }
 
-/// The running sums of sixteen vertices.
-struct Sums {
-  F x = L::zero(), y = L::zero(), z = L::zero();
-
-  /// Adds p'·w in the lanes where `counts` has a bit; the others keep their
-  /// sums untouched (adding a zero would turn -0 into +0).
-  ZE_AVX512_INLINE void add(const Source& s, const Matrices& m, F w, Mask counts) {
-    x = L::addWhere(counts, x, L::mul(transformed(s, m, 0), w));
-    y = L::addWhere(counts, y, L::mul(transformed(s, m, 1), w));
-    z = L::addWhere(counts, z, L::mul(transformed(s, m, 2), w));
-  }
-};
-
-/// Blocks of sixteen vertices [first, end) with K (1 to 4) influences each,
-/// known when compiled: the weights and indices of a block come in whole loads.
-template <int K, bool kOneWeight, class Fetch>
-void blendBlocks(std::size_t first, std::size_t end, const float* source, const float* weights,
-                 const unsigned char* indices, const Fetch& fetch, unsigned char* out, unsigned int stride) {
-  const F threshold = L::set1(kThreshold);
-  for (; first < end; first += kLanes) {
-    const int live = end - first < std::size_t(kLanes) ? int(end - first) : kLanes;
-    const Mask lanes = liveMask(live);
-    const Source s = loadSource(source + 4 * first, live);
-    const Indices<K, kOneWeight> index(indices + K * first, live);
-    unsigned char* at = out + first * stride;
-    if (kOneWeight) {
-      const Matrices m = fetch(index.pick(0), lanes);
-      store(transformed(s, m, 0), transformed(s, m, 1), transformed(s, m, 2), at, stride, live);
-      continue;
-    }
-    const Strided<K> weight = loadWeights<K>(weights + K * first, live);
-    Sums sum;
-    for (int k = 0; k < K; ++k) {
-      const F w = L::fromBits(weight.pick(k));
-      // Strictly above; a NaN weight is not (ordered, quiet compare).
-      const Mask counts = L::greaterWhere(lanes, w, threshold);
-      if (counts == 0) continue;
-      sum.add(s, fetch(index.pick(k), counts), w, counts);
-    }
-    store(sum.x, sum.y, sum.z, at, stride, live);
-  }
-}
-
 /// Lane l's entry of a 64-entry table: one permute per 32 entries; kWide
 /// when an index may reach 32 to 63. Lanes whose influence does not count
 /// pick whatever their index names; their results are never added.
@@ -394,80 +293,65 @@ ZE_AVX512_INLINE F lookUp(const F table[4], __m512i index) {
   return L::select(_mm512_test_epi32_mask(index, _mm512_set1_epi32(32)), high, low);
 }
 
-/// What a group of kBlocks blocks of sixteen vertices needs before its
-/// matrices: sources, and per influence the indices, weights and the lanes
-/// where the influence counts.
-template <int K, bool kOneWeight, int kBlocks>
-struct Group {
+/// What a block of sixteen vertices needs before its matrices: sources, and
+/// per influence the indices, weights and the lanes where the influence
+/// counts.
+template <int K, bool kOneWeight>
+struct Block {
   static constexpr int kInfluences = kOneWeight ? 1 : K;
   /// Four influences per vertex: the sources and weights come through
   /// in-lane transposes, so the lanes are in quad order.
   static constexpr bool kQuads = K == 4;
-  int live[kBlocks];
-  Source s[kBlocks];
-  __m512i index[kBlocks][kInfluences];
-  F w[kBlocks][kInfluences];
-  Mask counts[kBlocks][kInfluences];
+  int live;
+  Source s;
+  __m512i index[kInfluences];
+  F w[kInfluences];
+  Mask counts[kInfluences];
 
-  ZE_AVX512_INLINE Group(std::size_t first, std::size_t end, const float* source, const float* weights,
-                         const unsigned char* indices) {
-    const F threshold = L::set1(kThreshold);
-    for (int b = 0; b < kBlocks; ++b) {
-      const std::size_t at = first + b * kLanes;
-      live[b] = at >= end ? 0 : end - at < std::size_t(kLanes) ? int(end - at) : kLanes;
-      if (live[b] == 0) {
-        // Past the end: nothing is read and nothing counts.
-        s[b] = {L::zero(), L::zero(), L::zero()};
-        for (int k = 0; k < kInfluences; ++k) {
-          index[b][k] = _mm512_setzero_si512();
-          w[b][k] = L::zero();
-          counts[b][k] = 0;
-        }
-        continue;
-      }
-      if constexpr (kQuads) {
-        quads(b, source + 4 * at, weights + 4 * at, indices + 4 * at);
-        continue;
-      }
-      const Mask lanes = liveMask(live[b]);
-      s[b] = loadSource(source + 4 * at, live[b]);
-      const Indices<K, kOneWeight> picked(indices + K * at, live[b]);
-      for (int k = 0; k < kInfluences; ++k) index[b][k] = picked.pick(k);
+  /// Vertices [first, end), at most sixteen.
+  ZE_AVX512_INLINE Block(std::size_t first, std::size_t end, const BlendInputs& in) : live(int(end - first)) {
+    if constexpr (kQuads) {
+      quads(in.source + 4 * first, in.weights + 4 * first, in.indices + 4 * first);
+    } else {
+      const Mask lanes = liveMask(live);
+      s = loadSource(in.source + 4 * first, live);
+      const Indices<K, kOneWeight> picked(in.indices + K * first, live);
+      for (int k = 0; k < kInfluences; ++k) index[k] = picked.pick(k);
       if (kOneWeight) {
-        w[b][0] = L::zero();
-        counts[b][0] = lanes;
-        continue;
+        w[0] = L::zero();
+        counts[0] = lanes;
+        return;
       }
-      const Strided<K> weight = loadWeights<K>(weights + K * at, live[b]);
+      const Strided<K> weight = loadWeights<K>(in.weights + K * first, live);
       for (int k = 0; k < kInfluences; ++k) {
-        w[b][k] = L::fromBits(weight.pick(k));
+        w[k] = L::fromBits(weight.pick(k));
         // Strictly above; a NaN weight is not (ordered, quiet compare).
-        counts[b][k] = L::greaterWhere(lanes, w[b][k], threshold);
+        counts[k] = L::greaterWhere(lanes, w[k], L::set1(kBlendThreshold));
       }
     }
   }
 
-  /// Block b in quad order.
-  ZE_AVX512_INLINE void quads(int b, const float* source, const float* weights, const unsigned char* indices) {
+  /// The block in quad order.
+  ZE_AVX512_INLINE void quads(const float* source, const float* weights, const unsigned char* indices) {
     const __m512i vertex = _mm512_load_si512(kQuadVertex);
-    const Mask lanes = _mm512_cmplt_epi32_mask(vertex, _mm512_set1_epi32(live[b]));
+    const Mask lanes = _mm512_cmplt_epi32_mask(vertex, _mm512_set1_epi32(live));
     F v[4];
-    loadQuads(source, 4u * unsigned(live[b]), v);
+    loadQuads(source, 4u * unsigned(live), v);
     transposeQuads(v);
-    s[b] = {v[0], v[1], v[2]};
-    const Indices<4, kOneWeight> picked(indices, live[b]);
+    s = {v[0], v[1], v[2]};
+    const Indices<4, kOneWeight> picked(indices, live);
     const Indices<4, kOneWeight> inQuads{_mm512_permutexvar_epi32(vertex, picked.word)};
-    for (int k = 0; k < kInfluences; ++k) index[b][k] = inQuads.pick(k);
+    for (int k = 0; k < kInfluences; ++k) index[k] = inQuads.pick(k);
     if (kOneWeight) {
-      w[b][0] = L::zero();
-      counts[b][0] = lanes;
+      w[0] = L::zero();
+      counts[0] = lanes;
       return;
     }
-    loadQuads(weights, 4u * unsigned(live[b]), v);
+    loadQuads(weights, 4u * unsigned(live), v);
     transposeQuads(v);
     for (int k = 0; k < kInfluences; ++k) {
-      w[b][k] = v[k];
-      counts[b][k] = L::greaterWhere(lanes, w[b][k], L::set1(kThreshold));
+      w[k] = v[k];
+      counts[k] = L::greaterWhere(lanes, w[k], L::set1(kBlendThreshold));
     }
   }
 
@@ -478,157 +362,104 @@ struct Group {
     const __m512i limit = _mm512_set1_epi32(64);
     if (palette.copied == 64) {
       Mask beyond = 0;
-      for (int b = 0; b < kBlocks; ++b)
-        for (int k = 0; k < kInfluences; ++k)
-          beyond = Mask(beyond | _mm512_mask_cmpge_epu32_mask(counts[b][k], index[b][k], limit));
+      for (int k = 0; k < kInfluences; ++k)
+        beyond = Mask(beyond | _mm512_mask_cmpge_epu32_mask(counts[k], index[k], limit));
       return beyond == 0;
     }
     const F present[4] = {L::loadAligned(reinterpret_cast<const float*>(palette.present)),
                           L::loadAligned(reinterpret_cast<const float*>(palette.present + 16)),
                           L::loadAligned(reinterpret_cast<const float*>(palette.present + 32)),
                           L::loadAligned(reinterpret_cast<const float*>(palette.present + 48))};
-    for (int b = 0; b < kBlocks; ++b)
-      for (int k = 0; k < kInfluences; ++k) {
-        if (_mm512_mask_cmpge_epu32_mask(counts[b][k], index[b][k], limit)) return false;
-        const __m512i there = L::bits(lookUp<true>(present, index[b][k]));
-        const Mask missing = _mm512_mask_testn_epi32_mask(counts[b][k], there, there);
-        if (missing == 0) continue;
-        alignas(64) int j[kLanes];
-        _mm512_store_si512(j, index[b][k]);
-        // `present` was read before this group's first copy: look again.
-        for (unsigned m = missing; m != 0; m &= m - 1)
-          if (!palette.present[j[__builtin_ctz(m)]]) palette.load(matrices, j[__builtin_ctz(m)]);
-      }
+    for (int k = 0; k < kInfluences; ++k) {
+      if (_mm512_mask_cmpge_epu32_mask(counts[k], index[k], limit)) return false;
+      const __m512i there = L::bits(lookUp<true>(present, index[k]));
+      const Mask missing = _mm512_mask_testn_epi32_mask(counts[k], there, there);
+      if (missing == 0) continue;
+      alignas(64) int j[kLanes];
+      _mm512_store_si512(j, index[k]);
+      // `present` was read before this block's first copy: look again.
+      for (unsigned m = missing; m != 0; m &= m - 1)
+        if (!palette.present[j[__builtin_ctz(m)]]) palette.load(matrices, j[__builtin_ctz(m)]);
+    }
     return true;
   }
 
-  /// Skins the group out of the palette. The work goes element by element:
-  /// each table is loaded once and serves every influence of every block,
-  /// and each column is built row by row in the written order.
+  /// Skins the block out of the palette. The work goes element by element:
+  /// each table is loaded once and serves every influence, and each column
+  /// is built row by row in the written order.
   template <bool kWide>
   ZE_AVX512_INLINE void blend(const Palette& palette, unsigned char* out, unsigned int stride) const {
-    F sum[kBlocks][3];
+    F sum[3];
 #pragma GCC unroll 4
     for (int c = 0; c < 3; ++c) {
-      F q[kBlocks][kInfluences];
+      F q[kInfluences];
 #pragma GCC unroll 4
       for (int r = 0; r < 4; ++r) {
         const float* e = palette.t[3 * r + c];
         const F table[4] = {L::loadAligned(e), L::loadAligned(e + 16), L::loadAligned(e + 32), L::loadAligned(e + 48)};
 #pragma GCC unroll 4
-        for (int b = 0; b < kBlocks; ++b)
-#pragma GCC unroll 4
-          for (int k = 0; k < kInfluences; ++k) {
-            const F m = lookUp<kWide>(table, index[b][k]);
-            if (r == 0) q[b][k] = L::mul(s[b].x, m);
-            if (r == 1) q[b][k] = L::add(q[b][k], L::mul(s[b].y, m));
-            if (r == 2) q[b][k] = L::add(q[b][k], L::mul(s[b].z, m));
-            if (r == 3) q[b][k] = L::add(q[b][k], m);
-          }
-      }
-#pragma GCC unroll 4
-      for (int b = 0; b < kBlocks; ++b) {
-        if (kOneWeight) {
-          sum[b][c] = q[b][0];
-          continue;
+        for (int k = 0; k < kInfluences; ++k) {
+          const F m = lookUp<kWide>(table, index[k]);
+          if (r == 0) q[k] = L::mul(s.x, m);
+          if (r == 1) q[k] = L::add(q[k], L::mul(s.y, m));
+          if (r == 2) q[k] = L::add(q[k], L::mul(s.z, m));
+          if (r == 3) q[k] = L::add(q[k], m);
         }
-        // Skipped lanes keep their sums as they were (adding a zero would turn -0 into +0).
-        sum[b][c] = L::zero();
-#pragma GCC unroll 4
-        for (int k = 0; k < kInfluences; ++k)
-          sum[b][c] = L::addWhere(counts[b][k], sum[b][c], L::mul(q[b][k], w[b][k]));
       }
+      if (kOneWeight) {
+        sum[c] = q[0];
+        continue;
+      }
+      // Skipped lanes keep their sums as they were (adding a zero would turn -0 into +0).
+      sum[c] = L::zero();
+#pragma GCC unroll 4
+      for (int k = 0; k < kInfluences; ++k) sum[c] = L::addWhere(counts[k], sum[c], L::mul(q[k], w[k]));
     }
-    for (int b = 0; b < kBlocks && live[b] > 0; ++b)
-      store<kQuads>(sum[b][0], sum[b][1], sum[b][2], out + b * kLanes * stride, stride, live[b]);
+    store<kQuads>(sum[0], sum[1], sum[2], out, stride, live);
   }
 };
 
-/// Meshes shorter than this go by transposes alone: clearing the palette
-/// would cost more than it saves.
-constexpr unsigned int kPaletteFrom = 64;
+/// Meshes shorter than this go by rows alone: clearing the palette would
+/// cost more than it saves.
+constexpr std::size_t kPaletteFrom = 64;
 
-/// K (1 to 4) influences per vertex. Groups whose counting influences name
-/// only matrices below 64 go through the palette; the others by transposes.
+/// K (1 to 4) influences per vertex. Blocks whose counting influences name
+/// only matrices below 64 go through the palette; the others by rows.
 template <int K, bool kOneWeight>
-void blendFixed(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
-                const float* matrices, unsigned char* out, unsigned int stride) {
-  const Transposed transposed{matrices};
-  if (count < kPaletteFrom) {
-    blendBlocks<K, kOneWeight>(0, count, source, weights, indices, transposed, out, stride);
-    return;
-  }
-  // Each table load serves up to four lookups; more would spill registers.
-  constexpr int kBlocks = kOneWeight ? 2 : 2;
-  constexpr std::size_t kStep = kBlocks * kLanes;
+void blendFixed(const BlendInputs& in, unsigned char* out, unsigned int stride) {
+  if (in.count < kPaletteFrom) return blendRange<L, K, kOneWeight>(in, 0, in.count, out, stride);
   Palette palette;
   palette.clear();
-  for (std::size_t first = 0; first < count; first += kStep) {
-    const std::size_t end = count - first < kStep ? count : first + kStep;
-    const Group<K, kOneWeight, kBlocks> group(first, end, source, weights, indices);
-    unsigned char* at = out + first * stride;
-    if (!group.fillPalette(palette, matrices))
-      blendBlocks<K, kOneWeight>(first, end, source, weights, indices, transposed, out, stride);
+  for (std::size_t first = 0; first < in.count; first += kLanes) {
+    const std::size_t end = in.count - first < std::size_t(kLanes) ? in.count : first + kLanes;
+    prefetch<kOneWeight>(in, first + kPrefetchVertices, kLanes, out, stride);
+    const Block<K, kOneWeight> block(first, end, in);
+    if (!block.fillPalette(palette, in.matrices))
+      blendRange<L, K, kOneWeight>(in, first, end, out, stride);
     else if (palette.wide)
-      group.template blend<true>(palette, at, stride);
+      block.template blend<true>(palette, out + first * stride, stride);
     else
-      group.template blend<false>(palette, at, stride);
-  }
-}
-
-/// Any number of influences per vertex: each lane's weight and index are
-/// gathered one by one, and the matrices come by transposes.
-template <bool kOneWeight>
-void blendAny(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
-              std::size_t perVertex, const float* matrices, unsigned char* out, unsigned int stride) {
-  const Transposed fetch{matrices};
-  const F threshold = L::set1(kThreshold);
-  const std::size_t influences = kOneWeight ? 1 : perVertex;
-  for (std::size_t first = 0; first < count; first += kLanes) {
-    const int live = count - first < std::size_t(kLanes) ? int(count - first) : kLanes;
-    const Mask lanes = liveMask(live);
-    const Source s = loadSource(source + 4 * first, live);
-    Sums sum;
-    for (std::size_t k = 0; k < influences; ++k) {
-      alignas(64) float w[kLanes] = {};
-      alignas(64) int index[kLanes] = {};
-      for (int l = 0; l < live; ++l) {
-        const std::size_t at = (first + l) * perVertex + k;
-        if (!kOneWeight) w[l] = weights[at];
-        index[l] = indices[at];
-      }
-      const F wv = L::loadAligned(w);
-      const Mask counts = kOneWeight ? lanes : L::greaterWhere(lanes, wv, threshold);
-      if (counts == 0) continue;
-      const Matrices m = fetch(_mm512_load_si512(index), counts);
-      if (kOneWeight) {
-        sum.x = transformed(s, m, 0);
-        sum.y = transformed(s, m, 1);
-        sum.z = transformed(s, m, 2);
-      } else {
-        sum.add(s, m, wv, counts);
-      }
-    }
-    store(sum.x, sum.y, sum.z, out + first * stride, stride, live);
+      block.template blend<false>(palette, out + first * stride, stride);
   }
 }
 
 /// The skinning kernels: `weightsPerVertex` 1 to 4 with whole loads, any
-/// other count lane by lane; with kOneWeight the first influence alone.
+/// other count by rows; with kOneWeight the first influence alone.
 template <bool kOneWeight>
 void blend(const float* source, unsigned int count, const float* weights, const unsigned char* indices,
            unsigned int weightsPerVertex, const float* matrices, unsigned char* out, unsigned int stride) {
+  const BlendInputs in = {source, weights, indices, matrices, weightsPerVertex, count};
   switch (weightsPerVertex) {
     case 1:
-      return blendFixed<1, kOneWeight>(source, count, weights, indices, matrices, out, stride);
+      return blendFixed<1, kOneWeight>(in, out, stride);
     case 2:
-      return blendFixed<2, kOneWeight>(source, count, weights, indices, matrices, out, stride);
+      return blendFixed<2, kOneWeight>(in, out, stride);
     case 3:
-      return blendFixed<3, kOneWeight>(source, count, weights, indices, matrices, out, stride);
+      return blendFixed<3, kOneWeight>(in, out, stride);
     case 4:
-      return blendFixed<4, kOneWeight>(source, count, weights, indices, matrices, out, stride);
+      return blendFixed<4, kOneWeight>(in, out, stride);
     default:
-      return blendAny<kOneWeight>(source, count, weights, indices, weightsPerVertex, matrices, out, stride);
+      return blendRange<L, 0, kOneWeight>(in, 0, count, out, stride);
   }
 }
 

@@ -22,12 +22,13 @@ namespace impl {
 template <class E>
 class ZEMATH_API ArrayMetaField : public E {
  public:
-  using ElementField = E;
-  using ValueType = typename E::ValueType;
+  using ElementField = E;                   ///< The field type of one element.
+  using ValueType = typename E::ValueType;  ///< The value type of one element.
 
   /// Byte offset of "_num" in every array field instance (right after the
-  /// descriptor's base), and the instance size.
+  /// descriptor's base).
   static constexpr int kNumOffset = 88;
+  /// Bytes of every array field instance.
   static constexpr unsigned int kInstanceBytes = 96;
 
   /// Number of elements in the field; 1 unless set.

@@ -30,15 +30,17 @@ namespace impl {
 /// for bytes, which have no byte order.
 template <class C>
 struct ComponentWordField {
-  using Type = void;
+  using Type = void;  ///< no field type: bytes are not swapped
 };
+/// Float components swap as the core's float fields do.
 template <>
 struct ComponentWordField<float> {
-  using Type = zeFloatMetaField;
+  using Type = zeFloatMetaField;  ///< the core's float field type
 };
+/// Double components swap as the core's double fields do.
 template <>
 struct ComponentWordField<double> {
-  using Type = zeDoubleMetaField;
+  using Type = zeDoubleMetaField;  ///< the core's double field type
 };
 
 /// Base of field type F, whose values V are rows of components C and want
@@ -48,8 +50,8 @@ class ZEMATH_API ValueMetaField : public zeMetaField {
   static_assert(sizeof(V) % sizeof(C) == 0, "a value is a row of components");
 
  public:
-  using ValueType = V;
-  using ComponentType = C;
+  using ValueType = V;      ///< The value type of the field.
+  using ComponentType = C;  ///< The type of one component of a value.
   /// Components per value (16 for a matrix).
   static constexpr int kComponents = static_cast<int>(sizeof(V) / sizeof(C));
   /// Whether the components parse as floating-point numbers.
