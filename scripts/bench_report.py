@@ -189,6 +189,9 @@ def main():
            speedup("Cull/Published", "Cull/Dispatch"), ">= 5x", "x", "CullingBench did not run")
     row("Culling 100k boxes and spheres: published vs scalar loop over values", "Cull/Scalar", "Cull/Published",
         "reported")
+    for kind in ("f3Points", "f4Points", "d3Points", "d4Points", "f3Vectors", "f4Vectors"):
+        row(f"Array transform {kind}, 100k: published vs scalar", f"Transform/Scalar/{kind}/100000",
+            f"Transform/Published/{kind}/100000", ">= 2x" if kind.endswith("Points") else "reported")
     row("4x4 float product vs GLM", "Product/GLM", "Product/Float", ">= 1")
     row("4x4 float product vs Eigen", "Product/Eigen", "Product/Float", ">= 1")
     row("Dispatch box/sphere: direct call vs through the tables", "BoxSphere/DirectCall",
